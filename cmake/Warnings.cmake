@@ -1,0 +1,8 @@
+# Warnings for every target of this project: fn_enable_warnings(<target>)
+function(fn_enable_warnings target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic)
+    if(FNET_WERROR)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+endfunction()
+option(FNET_WERROR "Treat warnings as errors" OFF)

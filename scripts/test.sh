@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Builds everything and runs every test: the default build, then the AddressSanitizer and
+# UndefinedBehaviorSanitizer build, then the ThreadSanitizer build, then one quick pass of every
+# benchmark over a slice of the corpora (a smoke check; times are not judged).
+# Usage: scripts/test.sh [default|asan-ubsan|tsan|bench]...   (no argument: all of them)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/setup.sh
+
+steps=("$@")
+if [ ${#steps[@]} -eq 0 ]; then
+    steps=(default asan-ubsan tsan bench)
+fi
+
+jobs=$(nproc)
+for step in "${steps[@]}"; do
+    start=$SECONDS
+    case "$step" in
+        bench)
+            cmake --preset default >/dev/null
+            cmake --build --preset default --target bench-smoke -j "$jobs"
+            ;;
+        *)
+            cmake --preset "$step" >/dev/null
+            cmake --build --preset "$step" -j "$jobs"
+            ctest --preset "$step" -j "$jobs"
+            ;;
+    esac
+    echo "test.sh: step '$step' took $((SECONDS - start)) s"
+done

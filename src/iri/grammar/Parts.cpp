@@ -1,0 +1,8 @@
+#include "iri/grammar/Parts.h"
+
+namespace foundation::network::iri::detail {
+
+template struct Parts<std::wstring>;
+template struct HierarchicalPart<std::wstring>;
+
+}  // namespace foundation::network::iri::detail

@@ -1,0 +1,14 @@
+/// @file
+/// @brief The subcommands of fnet. Each takes argv with argv[0] set to its own name and returns
+/// the process exit status.
+#pragma once
+
+namespace fnet {
+
+struct Command {
+    const char* name;
+    const char* summary;
+    int (*run)(int argc, char** argv);
+};
+
+}  // namespace fnet

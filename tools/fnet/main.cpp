@@ -1,0 +1,59 @@
+// fnet: every capability of foundation-network on the command line.
+#include <cstring>
+#include <exception>
+#include <iostream>
+
+#include "Cli.h"
+#include "Commands.h"
+
+namespace fnet {
+namespace {
+
+// Subcommands in the order --help lists them.
+constexpr Command kCommands[] = {
+    {"version", "print the library version", [](int, char**) {
+         std::cout << "fnet 0.1.0\n";
+         return kExitOk;
+     }},
+};
+
+void printHelp(std::ostream& out) {
+    out << "usage: fnet COMMAND [OPTIONS] [--] INPUT...\n\nCommands:\n";
+    for (const auto& command : kCommands) {
+        const std::size_t width = std::strlen(command.name);
+        out << "  " << command.name << std::string(width < 14 ? 14 - width : 1, ' ')
+            << command.summary << "\n";
+    }
+    out << "\nEvery command takes --help and --json; '-' as an input reads inputs from standard\n"
+           "input, one per line. Exit status: 0 when every input succeeded, 1 when any failed,\n"
+           "2 on a usage error.\n";
+}
+
+}  // namespace
+}  // namespace fnet
+
+int main(int argc, char** argv) {
+    using namespace fnet;
+    if (argc < 2) {
+        printHelp(std::cerr);
+        return kExitUsage;
+    }
+    const std::string name = argv[1];
+    if (name == "--help" || name == "-h" || name == "help") {
+        printHelp(std::cout);
+        return kExitOk;
+    }
+    for (const auto& command : kCommands) {
+        if (name == command.name) {
+            try {
+                return command.run(argc - 1, argv + 1);
+            } catch (const std::exception& e) {
+                std::cerr << "fnet " << name << ": " << e.what() << "\n";
+                return kExitFailed;
+            }
+        }
+    }
+    std::cerr << "fnet: unknown command '" << name << "'\n";
+    printHelp(std::cerr);
+    return kExitUsage;
+}
