@@ -11,4 +11,7 @@ struct Command {
     int (*run)(int argc, char** argv);
 };
 
+/// fnet idn: host names between Unicode and ASCII form.
+int runIdn(int argc, char** argv);
+
 }  // namespace fnet

@@ -15,6 +15,7 @@ constexpr Command kCommands[] = {
          std::cout << "fnet 0.1.0\n";
          return kExitOk;
      }},
+    {"idn", "convert host names between Unicode and ASCII (Punycode) form", runIdn},
 };
 
 void printHelp(std::ostream& out) {

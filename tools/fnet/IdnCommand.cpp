@@ -1,0 +1,75 @@
+// fnet idn: host names between Unicode and ASCII (Punycode) form.
+#include <iostream>
+#include <optional>
+#include <string>
+
+#include "Cli.h"
+#include "Commands.h"
+#include "Json.h"
+#include "Text.h"
+#include "foundation/network/IdnConverter.h"
+
+namespace fnet {
+namespace {
+
+using foundation::network::IdnConverter;
+using foundation::network::IdnConverterException;
+
+struct Outcome {
+    std::optional<std::string> output;  ///< UTF-8; absent on failure
+    std::string error;
+};
+
+Outcome convert(const IdnConverter& converter, bool toAscii, const std::string& input) {
+    const std::optional<std::u16string> wide = utf8ToUtf16(input);
+    if (!wide) {
+        return {std::nullopt, kInvalidUtf8};
+    }
+    try {
+        if (toAscii) {
+            return {converter.toAscii(*wide), {}};
+        }
+        return {utf16ToUtf8(converter.toUnicode(input)), {}};
+    } catch (const IdnConverterException& e) {
+        return {std::nullopt, e.what()};
+    }
+}
+
+}  // namespace
+
+int runIdn(int argc, char** argv) {
+    Cli cli("idn", "[--to-ascii|--to-unicode] [--json] [--] NAME...",
+            "Converts host names between Unicode and ASCII (Punycode) form after Unicode TS #46\n"
+            "(transitional processing). Labels ICU finds faulty are printed as ICU writes them;\n"
+            "a failure prints ICU's error name.",
+            {{"--to-ascii", "", "Unicode to ASCII form (the default)"},
+             {"--to-unicode", "", "ASCII to Unicode form"}});
+    if (const auto status = cli.parse(argc, argv)) {
+        return *status;
+    }
+    if (cli.has("--to-ascii") && cli.has("--to-unicode")) {
+        return cli.usageError("--to-ascii and --to-unicode exclude each other");
+    }
+    if (cli.arguments().empty()) {
+        return cli.usageError("no NAME given");
+    }
+    const bool toAscii = !cli.has("--to-unicode");
+    const IdnConverter converter;  // one engine for every input
+    return forEachInput(cli.inputs(), [&](const std::string& input) {
+        const Outcome outcome = convert(converter, toAscii, input);
+        if (cli.json()) {
+            JsonObject object;
+            object.text("input", input).text("direction", toAscii ? "toAscii" : "toUnicode");
+            object.optionalText("output", outcome.output ? &*outcome.output : nullptr);
+            object.optionalText("error", outcome.output ? nullptr : &outcome.error);
+            std::cout << object.str() << "\n";
+        } else if (outcome.output) {
+            std::cout << *outcome.output << "\n";
+        } else {
+            cli.error(sanitizeUtf8(input) + ": " + outcome.error);
+        }
+        return outcome.output.has_value();
+    });
+}
+
+}  // namespace fnet
