@@ -2,7 +2,9 @@
 # Builds everything and runs every test: the default build, then the AddressSanitizer and
 # UndefinedBehaviorSanitizer build, then the ThreadSanitizer build, then one quick pass of every
 # benchmark over a slice of the corpora (a smoke check; times are not judged).
-# Usage: scripts/test.sh [default|asan-ubsan|tsan|bench]...   (no argument: all of them)
+# Last, the library is installed to a scratch prefix and the consumer example is built against it
+# with find_package and with pkg-config, and run.
+# Usage: scripts/test.sh [default|asan-ubsan|tsan|bench|install]...   (no argument: all of them)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -10,7 +12,7 @@ scripts/setup.sh
 
 steps=("$@")
 if [ ${#steps[@]} -eq 0 ]; then
-    steps=(default asan-ubsan tsan bench)
+    steps=(default asan-ubsan tsan bench install)
 fi
 
 jobs=$(nproc)
@@ -20,6 +22,11 @@ for step in "${steps[@]}"; do
         bench)
             cmake --preset default >/dev/null
             cmake --build --preset default --target bench-smoke -j "$jobs"
+            ;;
+        install)
+            cmake --preset default >/dev/null
+            cmake --build --preset default -j "$jobs"
+            scripts/check-install.sh build/default
             ;;
         *)
             cmake --preset "$step" >/dev/null
