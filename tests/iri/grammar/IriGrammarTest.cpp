@@ -5,8 +5,8 @@
 #include <thread>
 #include <vector>
 
-#include <boost/url/parse.hpp>
 #include <gtest/gtest.h>
+#include <boost/url/parse.hpp>
 
 #include "iri/grammar/Unicode.h"
 #include "support/Corpus.h"
