@@ -1,35 +1,17 @@
 // End-to-end tests of `fnet idn`: the built tool run through the shell.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <array>
-#include <cstdio>
 #include <string>
+
+#include "support/RunFnet.h"
 
 namespace {
 
-struct ToolRun {
-    int status = -1;
-    std::string out;  ///< standard output (and standard error when asked for)
-};
+using fntest::ToolRun;
 
 // Runs `fnet idn ARGS` with `stdinText` on its standard input.
-ToolRun fnetIdn(const std::string& args, const std::string& stdinText = "", bool withStderr = false) {
-    std::string command = "printf '%s' '" + stdinText + "' | '" FNET_EXE "' idn " + args;
-    command += withStderr ? " 2>&1" : " 2>/dev/null";
-    ToolRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) {
-        return run;
-    }
-    std::array<char, 4096> buffer{};
-    std::size_t read = 0;
-    while ((read = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0) {
-        run.out.append(buffer.data(), read);
-    }
-    const int wait = pclose(pipe);
-    run.status = WIFEXITED(wait) ? WEXITSTATUS(wait) : -1;
-    return run;
+ToolRun fnetIdn(const std::string& args, const std::string& stdinText = "") {
+    return fntest::runFnet("idn " + args, stdinText);
 }
 
 TEST(IdnCommandTest, ConvertsBothWaysOneResultPerLine) {
@@ -65,9 +47,9 @@ TEST(IdnCommandTest, JsonShowsInputDirectionOutputAndError) {
 }
 
 TEST(IdnCommandTest, FailedInputIsReportedAndTheRestConverted) {
-    const ToolRun run = fnetIdn("- fa\xc3\x9f.de", "\xc3\n", true);
+    const ToolRun run = fnetIdn("- fa\xc3\x9f.de", "\xc3\n");
     EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.out.find("input is not valid UTF-8"), std::string::npos) << run.out;
+    EXPECT_NE(run.err.find("input is not valid UTF-8"), std::string::npos) << run.err;
     EXPECT_NE(run.out.find("fass.de\n"), std::string::npos) << run.out;
 }
 

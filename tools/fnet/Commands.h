@@ -11,6 +11,9 @@ struct Command {
     int (*run)(int argc, char** argv);
 };
 
+/// fnet parse: IRI references checked by the grammar, with their components.
+int runParse(int argc, char** argv);
+
 /// fnet idn: host names between Unicode and ASCII form.
 int runIdn(int argc, char** argv);
 
