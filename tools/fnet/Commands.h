@@ -11,4 +11,10 @@ struct Command {
     int (*run)(int argc, char** argv);
 };
 
+int runAddr(int argc, char** argv);
+int runLookup(int argc, char** argv);
+int runReverse(int argc, char** argv);
+int runCanonical(int argc, char** argv);
+int runHostname(int argc, char** argv);
+
 }  // namespace fnet

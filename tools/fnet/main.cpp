@@ -15,6 +15,11 @@ constexpr Command kCommands[] = {
          std::cout << "fnet 0.1.0\n";
          return kExitOk;
      }},
+    {"addr", "classify and print IP address literals", runAddr},
+    {"lookup", "resolve host names to addresses", runLookup},
+    {"reverse", "the name of each address (reverse lookup)", runReverse},
+    {"canonical", "the canonical name of each address", runCanonical},
+    {"hostname", "the local host's name", runHostname},
 };
 
 void printHelp(std::ostream& out) {
