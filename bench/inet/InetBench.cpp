@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "foundation/network/InetAddress.h"
+#include "foundation/network/NetworkInterface.h"
 #include "support/Corpus.h"
 
 namespace {
@@ -64,6 +65,27 @@ void InetAddress_GetAllByNameLocalhost(benchmark::State& state) {
     }
 }
 BENCHMARK(InetAddress_GetAllByNameLocalhost);
+
+void NetworkInterface_List(benchmark::State& state) {
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(foundation::network::NetworkInterface::list());
+    }
+}
+BENCHMARK(NetworkInterface_List);
+
+// The system call alone: what any listing has to pay before building a single value.
+void Getifaddrs_Freeifaddrs(benchmark::State& state) {
+    for (auto _ : state) {
+        ifaddrs* list = nullptr;
+        if (::getifaddrs(&list) != 0) {
+            state.SkipWithError("getifaddrs failed");
+            break;
+        }
+        benchmark::DoNotOptimize(list);
+        ::freeifaddrs(list);
+    }
+}
+BENCHMARK(Getifaddrs_Freeifaddrs);
 
 }  // namespace
 

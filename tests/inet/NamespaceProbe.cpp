@@ -6,13 +6,22 @@
 //   reverse ADDR | canonical ADDR       the name
 //   canonical-by-name NAME              getByName(NAME).getCanonicalHostName()
 //   localhost                           getLocalHost(): ADDRESS<TAB>HOSTNAME
+//   interfaces                          NetworkInterface::list(), one interface per line:
+//                                       NAME UP LOOPBACK MULTICAST MAC ADDRESS/PREFIX,...
+//   all-interfaces                      the same for every interface the system lists, before
+//                                       filtering, with a last field 1 when list() keeps it
 // A failure prints: error<TAB>KIND<TAB>CATEGORY<TAB>VALUE<TAB>WHAT (exit status 1).
+#include <cerrno>
 #include <iostream>
 #include <stdexcept>
 #include <string>
 #include <system_error>
 
+#include <ifaddrs.h>
+
 #include "foundation/network/InetAddress.h"
+#include "foundation/network/NetworkInterface.h"
+#include "inet/posix/ListNetworkInterfaces.h"
 
 namespace {
 
@@ -20,6 +29,28 @@ using foundation::network::InetAddress;
 
 void printAddress(const InetAddress& address) {
     std::cout << address.toString() << '\t' << address.getHostName() << '\n';
+}
+
+void printInterface(const foundation::network::NetworkInterface& interface) {
+    std::cout << interface.getIdentifier() << '\t' << interface.isUp() << '\t'
+              << interface.isLoopback() << '\t' << interface.supportsMulticast() << '\t'
+              << interface.getHardwareAddress().toString() << '\t';
+    const auto addresses = interface.getInterfaceAddresses();
+    for (std::size_t i = 0; i < addresses.size(); ++i) {
+        std::cout << (i == 0 ? "" : ",") << addresses[i].toString();
+    }
+}
+
+void printAllInterfaces() {
+    ifaddrs* list = nullptr;
+    if (::getifaddrs(&list) != 0) {
+        throw std::system_error(errno, std::system_category(), "getifaddrs");
+    }
+    foundation::network::posix::OwnedInterfaceList owner(list, &::freeifaddrs);
+    for (const auto& impl : foundation::network::posix::listNetworkInterfaces(list)) {
+        printInterface(foundation::network::NetworkInterface(impl));
+        std::cout << '\t' << foundation::network::posix::isListed(*impl) << '\n';
+    }
 }
 
 int probe(const std::string& command, const std::string& argument) {
@@ -37,6 +68,13 @@ int probe(const std::string& command, const std::string& argument) {
         std::cout << InetAddress::getByName(argument).getCanonicalHostName() << '\n';
     } else if (command == "localhost") {
         printAddress(InetAddress::getLocalHost());
+    } else if (command == "interfaces") {
+        for (const auto& interface : foundation::network::NetworkInterface::list()) {
+            printInterface(interface);
+            std::cout << '\n';
+        }
+    } else if (command == "all-interfaces") {
+        printAllInterfaces();
     } else {
         std::cerr << "unknown probe " << command << '\n';
         return 2;

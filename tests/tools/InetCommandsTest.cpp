@@ -1,6 +1,7 @@
 // End-to-end runs of the built fnet: the address and lookup subcommands.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,9 @@ TEST(InetCommandsTest, UsageErrorsAndHelp) {
     EXPECT_EQ(fnet({"addr"}).status, 2);
     EXPECT_EQ(fnet({"lookup", "--bogus", "x"}).status, 2);
     EXPECT_EQ(fnet({"hostname", "extra"}).status, 2);
-    for (const char* command : {"addr", "lookup", "reverse", "canonical", "hostname"}) {
+    EXPECT_EQ(fnet({"interfaces", "eth0"}).status, 2);
+    for (const char* command :
+         {"addr", "lookup", "reverse", "canonical", "hostname", "interfaces"}) {
         EXPECT_EQ(fnet({command, "--help"}).status, 0) << command;
     }
 }
@@ -94,6 +97,46 @@ TEST(InetCommandsTest, LookupReverseAndCanonicalInAHermeticHost) {
     const auto lines = fntest::lines(missing.out);
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0].rfind("{\"name\":\"gone.tool.test\",\"error\":\"", 0), 0u) << lines[0];
+}
+
+TEST(InetCommandsTest, InterfacesInAHermeticHost) {
+    if (!fntest::isRoot()) {
+        GTEST_SKIP() << "needs root to build a network namespace (ip netns add)";
+    }
+    fntest::NetworkNamespace host("fnet-tool-ifs");
+    host.ip("link set lo up");
+    host.ip("link add ta0 address 02:00:00:00:0b:01 type veth peer name ta1 address "
+            "02:00:00:00:0b:02");
+    host.ip("link set ta0 addrgenmode none");
+    host.ip("link set ta1 addrgenmode none");
+    host.ip("addr add 10.204.0.1/24 dev ta0");
+    host.ip("addr add fd14::1/64 dev ta0 nodad");
+    host.ip("link set ta0 up");  // its peer stays down: no carrier, so not running
+
+    const std::string lo =
+        "{\"name\":\"lo\",\"up\":true,\"loopback\":true,\"multicast\":false,\"mac\":\"\","
+        "\"addresses\":[\"127.0.0.1/8\",\"::1/128\"],\"listed\":true}\n";
+    const auto listed = host.exec({FNET_TOOL, "interfaces", "--json"});
+    EXPECT_EQ(listed.status, 0);
+    EXPECT_EQ(listed.out, lo);
+
+    const auto all = host.exec({FNET_TOOL, "interfaces", "--all", "--json"});
+    EXPECT_EQ(all.status, 0);
+    const auto lines = fntest::lines(all.out);
+    ASSERT_EQ(lines.size(), 3u) << all.out;
+    EXPECT_EQ(lines[0] + "\n", lo);
+    EXPECT_NE(std::find(lines.begin(), lines.end(),
+                        "{\"name\":\"ta0\",\"up\":false,\"loopback\":false,\"multicast\":true,"
+                        "\"mac\":\"02:00:00:00:0b:01\",\"addresses\":[\"10.204.0.1/24\","
+                        "\"fd14::1/64\"],\"listed\":false}"),
+              lines.end())
+        << all.out;
+
+    const auto text = host.exec({FNET_TOOL, "interfaces", "--all"});
+    EXPECT_EQ(text.status, 0);
+    EXPECT_NE(text.out.find("02:00:00:00:0b:01 10.204.0.1/24 fd14::1/64  (not listed)"),
+              std::string::npos)
+        << text.out;
 }
 
 }  // namespace

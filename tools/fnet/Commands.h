@@ -16,5 +16,6 @@ int runLookup(int argc, char** argv);
 int runReverse(int argc, char** argv);
 int runCanonical(int argc, char** argv);
 int runHostname(int argc, char** argv);
+int runInterfaces(int argc, char** argv);
 
 }  // namespace fnet

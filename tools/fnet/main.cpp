@@ -20,6 +20,7 @@ constexpr Command kCommands[] = {
     {"reverse", "the name of each address (reverse lookup)", runReverse},
     {"canonical", "the canonical name of each address", runCanonical},
     {"hostname", "the local host's name", runHostname},
+    {"interfaces", "the host's network interfaces and addresses", runInterfaces},
 };
 
 void printHelp(std::ostream& out) {
