@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <string>
@@ -20,8 +21,8 @@ osx::sockaddr_dl record(unsigned char type, const std::string& name,
     link.sdl_type = type;
     link.sdl_nlen = static_cast<unsigned char>(name.size());
     link.sdl_alen = static_cast<unsigned char>(address.size());
-    std::memcpy(link.sdl_data, name.data(), name.size());
-    std::memcpy(link.sdl_data + name.size(), address.data(), address.size());
+    std::copy(name.begin(), name.end(), link.sdl_data);
+    std::copy(address.begin(), address.end(), link.sdl_data + name.size());
     return link;
 }
 

@@ -5,6 +5,7 @@
 #include <net/if.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <cstring>
 #include <deque>
 #include <stdexcept>
@@ -55,7 +56,7 @@ public:
         auto* record = make<sockaddr_ll>(AF_PACKET);
         record->sll_hatype = ethernet ? ARPHRD_ETHER : ARPHRD_LOOPBACK;
         record->sll_halen = static_cast<unsigned char>(mac.size());
-        std::memcpy(record->sll_addr, mac.data(), mac.size());
+        std::copy(mac.begin(), mac.end(), record->sll_addr);
 #else
         auto* record = make<osx::sockaddr_dl>(AF_LINK);
         *record = *osx::makeDeviceAddress(mac.data());
