@@ -15,15 +15,24 @@ namespace {
 // Leading one bits of one mask byte; a byte that is not such a run counts nothing.
 unsigned short leadingOnes(unsigned char byte) {
     switch (byte) {
-        case 0xFF: return 8;
-        case 0xFE: return 7;
-        case 0xFC: return 6;
-        case 0xF8: return 5;
-        case 0xF0: return 4;
-        case 0xE0: return 3;
-        case 0xC0: return 2;
-        case 0x80: return 1;
-        default: return 0;
+        case 0xFF:
+            return 8;
+        case 0xFE:
+            return 7;
+        case 0xFC:
+            return 6;
+        case 0xF8:
+            return 5;
+        case 0xF0:
+            return 4;
+        case 0xE0:
+            return 3;
+        case 0xC0:
+            return 2;
+        case 0x80:
+            return 1;
+        default:
+            return 0;
     }
 }
 

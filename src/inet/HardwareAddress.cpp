@@ -4,7 +4,9 @@ namespace foundation::network {
 
 HardwareAddress::HardwareAddress(std::vector<unsigned char> bytes) : bytes_(std::move(bytes)) {}
 
-std::vector<unsigned char> HardwareAddress::bytes() const { return bytes_; }
+std::vector<unsigned char> HardwareAddress::bytes() const {
+    return bytes_;
+}
 
 std::string HardwareAddress::toString() const {
     static constexpr char kHex[] = "0123456789abcdef";

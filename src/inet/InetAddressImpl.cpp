@@ -54,14 +54,22 @@ InetAddressImpl::InetAddressImpl(const std::vector<unsigned char>& bytes)
 
 InetAddressImpl::InetAddressImpl(const std::string& text) : address_(fromText(text)) {}
 
-int InetAddressImpl::getVersion() const { return address_.is_v4() ? 4 : 6; }
+int InetAddressImpl::getVersion() const {
+    return address_.is_v4() ? 4 : 6;
+}
 
 // Boost judges by the tag, so an IPv4-mapped IPv6 address follows the IPv6 rules.
-bool InetAddressImpl::isLoopback() const { return address_.is_loopback(); }
+bool InetAddressImpl::isLoopback() const {
+    return address_.is_loopback();
+}
 
-bool InetAddressImpl::isMulticast() const { return address_.is_multicast(); }
+bool InetAddressImpl::isMulticast() const {
+    return address_.is_multicast();
+}
 
-std::string InetAddressImpl::toString() const { return address_.to_string(); }
+std::string InetAddressImpl::toString() const {
+    return address_.to_string();
+}
 
 std::vector<unsigned char> InetAddressImpl::bytes() const {
     if (address_.is_v4()) {

@@ -18,8 +18,12 @@ InetAddress InterfaceAddress::getInetAddress() const {
     return InetAddress(std::make_shared<InetAddressImpl>(impl_->address()), std::string());
 }
 
-unsigned short InterfaceAddress::prefixLength() const { return impl_->prefixLength(); }
+unsigned short InterfaceAddress::prefixLength() const {
+    return impl_->prefixLength();
+}
 
-std::string InterfaceAddress::toString() const { return impl_->toString(); }
+std::string InterfaceAddress::toString() const {
+    return impl_->toString();
+}
 
 }  // namespace foundation::network

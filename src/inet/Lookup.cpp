@@ -25,13 +25,17 @@ std::vector<InetAddress> InetAddress::getAllByName(const std::string& name) {
     return result;
 }
 
-InetAddress InetAddress::getLocalHost() { return getByName(getLocalHostName()); }
+InetAddress InetAddress::getLocalHost() {
+    return getByName(getLocalHostName());
+}
 
 std::string InetAddress::getCanonicalHostName() const {
     // Starts from the address, not from a stored name: the name may be an alias or a literal.
     return resolver::canonical(impl_->reverseLookup());
 }
 
-std::string InetAddressImpl::reverseLookup() const { return resolver::reverse(address_); }
+std::string InetAddressImpl::reverseLookup() const {
+    return resolver::reverse(address_);
+}
 
 }  // namespace foundation::network

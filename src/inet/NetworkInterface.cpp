@@ -24,7 +24,9 @@ std::vector<NetworkInterface> NetworkInterface::list() {
     return posix::listUsableInterfaces(posix::OwnedInterfaceList(list, &::freeifaddrs));
 }
 
-std::string NetworkInterface::getIdentifier() const { return impl_->identifier; }
+std::string NetworkInterface::getIdentifier() const {
+    return impl_->identifier;
+}
 
 std::u16string NetworkInterface::getFriendlyName() const {
     if (!impl_->friendlyName.empty()) {
@@ -37,9 +39,13 @@ std::u16string NetworkInterface::getFriendlyName() const {
     return toUtf16.do_convert(impl_->identifier.data(), impl_->identifier.size());
 }
 
-std::string NetworkInterface::getDescription() const { return impl_->description; }
+std::string NetworkInterface::getDescription() const {
+    return impl_->description;
+}
 
-HardwareAddress NetworkInterface::getHardwareAddress() const { return impl_->hardwareAddress; }
+HardwareAddress NetworkInterface::getHardwareAddress() const {
+    return impl_->hardwareAddress;
+}
 
 std::vector<InterfaceAddress> NetworkInterface::getInterfaceAddresses() const {
     return impl_->interfaceAddresses;
@@ -54,10 +60,16 @@ std::vector<InetAddress> NetworkInterface::getInetAddresses() const {
     return addresses;
 }
 
-bool NetworkInterface::isUp() const { return impl_->up; }
+bool NetworkInterface::isUp() const {
+    return impl_->up;
+}
 
-bool NetworkInterface::isLoopback() const { return impl_->loopback; }
+bool NetworkInterface::isLoopback() const {
+    return impl_->loopback;
+}
 
-bool NetworkInterface::supportsMulticast() const { return impl_->multicast; }
+bool NetworkInterface::supportsMulticast() const {
+    return impl_->multicast;
+}
 
 }  // namespace foundation::network

@@ -25,7 +25,8 @@ struct TextCase {
     Bytes bytes;
 };
 
-Bytes v6(std::initializer_list<unsigned char> tail, std::initializer_list<unsigned char> head = {}) {
+Bytes v6(std::initializer_list<unsigned char> tail,
+         std::initializer_list<unsigned char> head = {}) {
     Bytes bytes(16, 0);
     std::copy(head.begin(), head.end(), bytes.begin());
     std::copy(tail.begin(), tail.end(), bytes.end() - static_cast<long>(tail.size()));
@@ -112,9 +113,9 @@ TEST(InetAddressTest, VectorsOfOtherSizesAreRefusedWithTheExactMessage) {
         try {
             InetAddress address{Bytes(size, 1)};
         } catch (const std::invalid_argument& e) {
-            EXPECT_EQ(std::string(e.what()), "Can not create InetAddress from " +
-                                                 std::to_string(size) +
-                                                 " elements. Vector must have 0, 4 or 16 elements.");
+            EXPECT_EQ(std::string(e.what()),
+                      "Can not create InetAddress from " + std::to_string(size) +
+                          " elements. Vector must have 0, 4 or 16 elements.");
         }
     }
 }
@@ -128,9 +129,10 @@ TEST(InetAddressTest, TextThatIsNoLiteralIsRefusedWithoutLookup) {
         parserMessage = e.what();
     }
     ASSERT_FALSE(parserMessage.empty());
-    for (const std::string& text : std::vector<std::string>{"localhost", "example.com", "", " 127.0.0.1", "127.0.0.1 ", "1.2.3", "1.2.3.4.5",
-          "256.1.1.1", "::g", "1:2:3:4:5:6:7:8:9", "[::1]", "0x7f.0.0.1",
-          std::string("\xff\xfe", 2)}) {
+    for (const std::string& text :
+         std::vector<std::string>{"localhost", "example.com", "", " 127.0.0.1", "127.0.0.1 ",
+                                  "1.2.3", "1.2.3.4.5", "256.1.1.1", "::g", "1:2:3:4:5:6:7:8:9",
+                                  "[::1]", "0x7f.0.0.1", std::string("\xff\xfe", 2)}) {
         SCOPED_TRACE(text);
         try {
             InetAddress address(text);

@@ -83,8 +83,9 @@ TEST(InterfaceAddressTest, PrefixLengthsUpToTheAddressSize) {
 }
 
 TEST(InterfaceAddressTest, AHostNameIsDroppedAndNeverLookedUpAgain) {
-    const InetAddress named(std::make_shared<InetAddressImpl>(boost::asio::ip::make_address("10.9.8.7")),
-                            "named.invalid");
+    const InetAddress named(
+        std::make_shared<InetAddressImpl>(boost::asio::ip::make_address("10.9.8.7")),
+        "named.invalid");
     const InetAddress plain = InterfaceAddress(named, 8).getInetAddress();
     EXPECT_EQ(plain.toString(), "10.9.8.7");
     // An empty host name: the copy is a new value, not the named one.
@@ -122,13 +123,13 @@ TEST(InterfaceAddressTest, IPv6NetmasksCountLeadingOnesPerByte) {
         {"ffff:ffff:ffff:ffff::", 64},
         {"ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff", 128},
         {"::", 0},
-        {"ffff:ffff:0:ffff::", 48},   // contiguity across bytes is not checked
+        {"ffff:ffff:0:ffff::", 48},  // contiguity across bytes is not checked
         {"ffff:0:ffff::", 32},
         {"fe00::", 7},
         {"ff80::", 9},
-        {"0f00::", 0},                // 0x0f is not a run of leading ones
+        {"0f00::", 0},  // 0x0f is not a run of leading ones
         {"ffff:fff0::", 28},
-        {"8000::1", 1},               // 0x01 counts nothing
+        {"8000::1", 1},  // 0x01 counts nothing
     };
     for (const auto& [mask, prefix] : cases) {
         SCOPED_TRACE(mask);

@@ -30,7 +30,9 @@ std::vector<std::string> split(const std::string& line, char separator) {
     return fields;
 }
 
-std::vector<std::string> words(const std::string& line) { return fntest::detail::splitWords(line); }
+std::vector<std::string> words(const std::string& line) {
+    return fntest::detail::splitWords(line);
+}
 
 constexpr const char* kZoneHosts =
     "10.200.0.21 dual.zone.test\n"
@@ -55,23 +57,23 @@ std::unique_ptr<NetworkNamespace> makeResolverHost() {
     ns->ip("addr add fe80::1/64 dev lk0 nodad");
     ns->ip("link set lk0 up");
     ns->ip("link set lk1 up");
-    ns->writeEtc("hosts", "127.0.0.1 localhost\n::1 localhost\n"
-                          "10.200.0.1 host-a.hermetic.test host-a " +
-                              foundation::network::getLocalHostName() +
-                              "\n"
-                              // Several addresses in a fixed order, duplicates included.
-                              "10.200.0.72 multi.hosts.test\n"
-                              "fd10::72 multi.hosts.test\n"
-                              "10.200.0.71 multi.hosts.test\n"
-                              "10.200.0.72 multi.hosts.test\n"
-                              "fd10::71 multi.hosts.test\n");
+    ns->writeEtc("hosts",
+                 "127.0.0.1 localhost\n::1 localhost\n"
+                 "10.200.0.1 host-a.hermetic.test host-a " +
+                     foundation::network::getLocalHostName() +
+                     "\n"
+                     // Several addresses in a fixed order, duplicates included.
+                     "10.200.0.72 multi.hosts.test\n"
+                     "fd10::72 multi.hosts.test\n"
+                     "10.200.0.71 multi.hosts.test\n"
+                     "10.200.0.72 multi.hosts.test\n"
+                     "fd10::71 multi.hosts.test\n");
     ns->writeEtc("resolv.conf", "nameserver 127.0.0.1\noptions timeout:2 attempts:2\n");
     const std::string zone = ns->writeScratch("zone.hosts", kZoneHosts);
     ns->start({"dnsmasq", "--keep-in-foreground", "--conf-file=/dev/null", "--no-resolv",
                "--no-hosts", "--addn-hosts=" + zone, "--local=/zone.test/",
-               "--local=/200.10.in-addr.arpa/", "--port=53",
-               "--listen-address=127.0.0.1", "--bind-interfaces", "--user=root",
-               "--pid-file=" + ns->scratch() + "/dnsmasq.pid",
+               "--local=/200.10.in-addr.arpa/", "--port=53", "--listen-address=127.0.0.1",
+               "--bind-interfaces", "--user=root", "--pid-file=" + ns->scratch() + "/dnsmasq.pid",
                "--cname=alias.zone.test,mid.zone.test", "--cname=mid.zone.test,dual.zone.test",
                "--ptr-record=51.0.200.10.in-addr.arpa,alias.zone.test"});
     // Ready once it answers.
@@ -147,8 +149,8 @@ protected:
 
     static void expectNotFound(const std::vector<std::vector<std::string>>& records) {
         ASSERT_EQ(records.size(), 1u);
-        EXPECT_EQ(records[0], (std::vector<std::string>{"error", "system_error", "asio.netdb",
-                                                       "1", "Host not found (authoritative)"}));
+        EXPECT_EQ(records[0], (std::vector<std::string>{"error", "system_error", "asio.netdb", "1",
+                                                        "Host not found (authoritative)"}));
     }
 
     static inline std::unique_ptr<NetworkNamespace> host_;

@@ -27,8 +27,8 @@ struct Row {
 
 std::ostream& operator<<(std::ostream& out, const Row& row) {
     return out << row.name << " up=" << row.up << " loopback=" << row.loopback
-               << " multicast=" << row.multicast << " mac=" << row.mac << " ["
-               << row.addresses << "] listed=" << row.listed;
+               << " multicast=" << row.multicast << " mac=" << row.mac << " [" << row.addresses
+               << "] listed=" << row.listed;
 }
 
 Row parseRow(const std::string& line) {
@@ -88,8 +88,9 @@ std::unique_ptr<NetworkNamespace> makeInterfaceHost() {
     ns->ip("link set lo up");
     // A veth pair: one end with an IPv4 /24 and two IPv6 addresses, the other with only a
     // link-local one. addrgenmode none keeps the kernel from adding addresses behind our back.
-    ns->ip("link add if0 address 02:00:00:00:0a:01 type veth peer name if1 address "
-           "02:00:00:00:0a:02");
+    ns->ip(
+        "link add if0 address 02:00:00:00:0a:01 type veth peer name if1 address "
+        "02:00:00:00:0a:02");
     for (const char* name : {"if0", "if1"}) {
         ns->ip(std::string("link set ") + name + " addrgenmode none");
     }
@@ -104,15 +105,17 @@ std::unique_ptr<NetworkNamespace> makeInterfaceHost() {
     ns->ip("link set br0 addrgenmode none");
     // An interface that is up and running with no address (a veth pair: the dummy driver is
     // not loaded on every kernel).
-    ns->ip("link add na0 address 02:00:00:00:0a:04 type veth peer name na1 address "
-           "02:00:00:00:0a:07");
+    ns->ip(
+        "link add na0 address 02:00:00:00:0a:04 type veth peer name na1 address "
+        "02:00:00:00:0a:07");
     ns->ip("link set na0 addrgenmode none");
     ns->ip("link set na1 addrgenmode none");
     ns->ip("link set na0 up");
     ns->ip("link set na1 up");
     // Up but not running: its peer is down, so it has no carrier.
-    ns->ip("link add nc0 address 02:00:00:00:0a:05 type veth peer name nc1 address "
-           "02:00:00:00:0a:06");
+    ns->ip(
+        "link add nc0 address 02:00:00:00:0a:05 type veth peer name nc1 address "
+        "02:00:00:00:0a:06");
     ns->ip("link set nc0 addrgenmode none");
     ns->ip("link set nc1 addrgenmode none");
     ns->ip("addr add 10.203.0.1/24 dev nc0");
@@ -173,7 +176,8 @@ TEST_F(NetworkInterfaceNamespaceTest, EveryInterfaceMatchesWhatIpReports) {
     EXPECT_EQ(byName["if1"], (Row{"if1", "1", "0", "1", "02:00:00:00:0a:02", "fe80::2/64", "1"}));
     EXPECT_EQ(byName["br0"], (Row{"br0", "0", "0", "1", "02:00:00:00:0a:03", "", "0"}));
     EXPECT_EQ(byName["na0"], (Row{"na0", "1", "0", "1", "02:00:00:00:0a:04", "", "0"}));
-    EXPECT_EQ(byName["nc0"], (Row{"nc0", "0", "0", "1", "02:00:00:00:0a:05", "10.203.0.1/24", "0"}));
+    EXPECT_EQ(byName["nc0"],
+              (Row{"nc0", "0", "0", "1", "02:00:00:00:0a:05", "10.203.0.1/24", "0"}));
     EXPECT_EQ(byName["nc1"].up, "0");
 }
 

@@ -22,7 +22,9 @@
 
 namespace fntest {
 
-inline bool isRoot() { return ::geteuid() == 0; }
+inline bool isRoot() {
+    return ::geteuid() == 0;
+}
 
 struct CommandResult {
     int status = -1;  ///< exit status, or 128 + signal

@@ -76,8 +76,8 @@ TEST(InetCommandsTest, LookupReverseAndCanonicalInAHermeticHost) {
     const auto system = host.exec({"getent", "ahosts", "pair.tool.test"}).out;
     const std::string first = system.substr(0, system.find(' '));
     const std::string second = first == "fd11::5" ? "10.201.0.5" : "fd11::5";
-    EXPECT_EQ(all.out, "{\"name\":\"pair.tool.test\",\"addresses\":[\"" + first + "\",\"" +
-                           second + "\"]}\n");
+    EXPECT_EQ(all.out, "{\"name\":\"pair.tool.test\",\"addresses\":[\"" + first + "\",\"" + second +
+                           "\"]}\n");
     EXPECT_EQ(inHost({"lookup", "--first", "pair.tool.test"}).out,
               "pair.tool.test\t" + first + "\n");
 
@@ -92,7 +92,8 @@ TEST(InetCommandsTest, LookupReverseAndCanonicalInAHermeticHost) {
               "{\"address\":\"fd11::5\",\"name\":\"pair.tool.test\"}\n");
 
     // A missing name fails with the resolver's message; the others are still answered.
-    const auto missing = inHost({"lookup", "--json", "--first", "gone.tool.test", "pair.tool.test"});
+    const auto missing =
+        inHost({"lookup", "--json", "--first", "gone.tool.test", "pair.tool.test"});
     EXPECT_EQ(missing.status, 1);
     const auto lines = fntest::lines(missing.out);
     ASSERT_EQ(lines.size(), 2u);
@@ -105,8 +106,9 @@ TEST(InetCommandsTest, InterfacesInAHermeticHost) {
     }
     fntest::NetworkNamespace host("fnet-tool-ifs");
     host.ip("link set lo up");
-    host.ip("link add ta0 address 02:00:00:00:0b:01 type veth peer name ta1 address "
-            "02:00:00:00:0b:02");
+    host.ip(
+        "link add ta0 address 02:00:00:00:0b:01 type veth peer name ta1 address "
+        "02:00:00:00:0b:02");
     host.ip("link set ta0 addrgenmode none");
     host.ip("link set ta1 addrgenmode none");
     host.ip("addr add 10.204.0.1/24 dev ta0");

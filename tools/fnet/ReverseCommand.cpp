@@ -24,8 +24,7 @@ int runNameOfAddress(int argc, char** argv, const char* command, const char* des
         try {
             const std::string found = (InetAddress(input).*name)();
             if (cli.json()) {
-                std::cout << JsonObject().text("address", input).text("name", found).str()
-                          << "\n";
+                std::cout << JsonObject().text("address", input).text("name", found).str() << "\n";
             } else {
                 std::cout << input << "\t" << found << "\n";
             }

@@ -20,8 +20,8 @@ class InterfaceAddressImpl;
 FOUNDATION_NETWORK_API InetAddress makeInetAddress(std::shared_ptr<InetAddressImpl> impl);
 
 /// `InterfaceAddress(impl)`. Does not throw.
-FOUNDATION_NETWORK_API InterfaceAddress makeInterfaceAddress(
-    std::shared_ptr<InterfaceAddressImpl> impl);
+FOUNDATION_NETWORK_API InterfaceAddress
+makeInterfaceAddress(std::shared_ptr<InterfaceAddressImpl> impl);
 
 /// An IPv4 interface address whose prefix length is the netmask's.
 /// @throws std::invalid_argument "non-contiguous netmask" when the mask is not a run of

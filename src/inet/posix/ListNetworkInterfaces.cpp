@@ -63,15 +63,16 @@ std::vector<std::shared_ptr<NetworkInterfaceImpl>> listNetworkInterfaces(ifaddrs
                 break;
 #if defined(AF_LINK)
             case AF_LINK:
-                setHardwareAddress(impl, osx::makeHardwareAddress(
-                                             reinterpret_cast<const osx::sockaddr_dl*>(
-                                                 entry->ifa_addr)));
+                setHardwareAddress(impl,
+                                   osx::makeHardwareAddress(
+                                       reinterpret_cast<const osx::sockaddr_dl*>(entry->ifa_addr)));
                 break;
 #endif
 #if defined(AF_PACKET)
             case AF_PACKET:
-                setHardwareAddress(impl, lnx::makeHardwareAddress(
-                                             reinterpret_cast<const sockaddr_ll*>(entry->ifa_addr)));
+                setHardwareAddress(impl,
+                                   lnx::makeHardwareAddress(
+                                       reinterpret_cast<const sockaddr_ll*>(entry->ifa_addr)));
                 break;
 #endif
             default:

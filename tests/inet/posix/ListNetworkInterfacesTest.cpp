@@ -13,8 +13,8 @@
 #include <vector>
 
 #if defined(AF_PACKET)
-#include <net/if_arp.h>
 #include <linux/if_packet.h>
+#include <net/if_arp.h>
 #endif
 #if defined(AF_LINK)
 #include "inet/osx/LinkRecord.h"
@@ -75,7 +75,9 @@ public:
         return add(name, flags, nullptr, nullptr);
     }
 
-    ifaddrs* head() { return entries_.empty() ? nullptr : &entries_.front(); }
+    ifaddrs* head() {
+        return entries_.empty() ? nullptr : &entries_.front();
+    }
 
 private:
     template <class Record>
@@ -198,14 +200,16 @@ TEST(ListNetworkInterfacesTest, NonContiguousIPv4MaskThrowsButIPv6CountsBytes) {
 
 // Releases are counted so that the tests see the list freed, also on the throwing path.
 int releases = 0;
-void countRelease(ifaddrs*) { ++releases; }
+void countRelease(ifaddrs*) {
+    ++releases;
+}
 
 TEST(ListUsableInterfacesTest, KeepsRunningInterfacesWithAnIPAddress) {
     SyntheticList list;
     list.link("down0", IFF_MULTICAST, kMac)
         .inet("down0", IFF_MULTICAST, "10.1.0.1", "255.255.0.0")
         .inet("norun0", IFF_UP, "10.2.0.1", "255.255.0.0")  // up, not running
-        .link("linkonly0", kUpRunning, kMac)                 // only a link record
+        .link("linkonly0", kUpRunning, kMac)                // only a link record
         .link("eth0", kUpRunning | IFF_MULTICAST, kMac)
         .inet6("eth0", kUpRunning | IFF_MULTICAST, "fd00::2", "ffff:ffff:ffff:ffff::")
         .inet6("eth0", kUpRunning | IFF_MULTICAST, "fd00::1", "ffff:ffff:ffff:ffff::")
