@@ -266,6 +266,32 @@ TEST_F(LookupNamespaceTest, LocalHostIsTheLocalHostNameResolved) {
     EXPECT_EQ(records[0][1], hostName);
 }
 
+// A host with IPv4 addresses only: forward queries ask for configured families (AI_ADDRCONFIG),
+// the canonical-name query does not.
+TEST(LookupOnAnIPv4OnlyHostTest, ForwardQueriesSkipUnconfiguredFamiliesCanonicalDoesNot) {
+    if (!fntest::isRoot()) {
+        GTEST_SKIP() << "needs root to build a network namespace (ip netns add)";
+    }
+    NetworkNamespace host("fnet-v4only");
+    host.ip("link set lo up");
+    host.ip("link add v40 type veth peer name v41");
+    host.ip("link set v40 addrgenmode none");
+    host.ip("link set v41 addrgenmode none");
+    host.ip("addr add 10.210.0.1/24 dev v40");
+    host.ip("link set v40 up");
+    host.ip("link set v41 up");
+    host.writeEtc("hosts", "10.210.0.5 dual.v4.test\nfd20::5 dual.v4.test\nfd20::6 six.v4.test\n");
+    host.writeEtc("resolv.conf", "nameserver 127.0.0.1\noptions timeout:1 attempts:1\n");
+    const auto probe = [&](const char* command, const char* argument) {
+        return fntest::lines(host.exec({FNET_PROBE, command, argument}).out);
+    };
+    EXPECT_EQ(probe("all", "dual.v4.test"), std::vector<std::string>{"10.210.0.5\tdual.v4.test"});
+    const auto sixOnly = probe("all", "six.v4.test");
+    ASSERT_EQ(sixOnly.size(), 1u);
+    EXPECT_EQ(split(sixOnly[0], '\t').at(1), "system_error") << sixOnly[0];
+    EXPECT_EQ(probe("canonical", "fd20::6"), std::vector<std::string>{"six.v4.test"});
+}
+
 // A host with no network at all: the resolver fails at once instead of waiting.
 TEST(LookupWithoutNetworkTest, FailsPromptlyWithASystemError) {
     if (!fntest::isRoot()) {
