@@ -16,5 +16,11 @@ int runParse(int argc, char** argv);
 
 /// fnet idn: host names between Unicode and ASCII form.
 int runIdn(int argc, char** argv);
+int runAddr(int argc, char** argv);
+int runLookup(int argc, char** argv);
+int runReverse(int argc, char** argv);
+int runCanonical(int argc, char** argv);
+int runHostname(int argc, char** argv);
+int runInterfaces(int argc, char** argv);
 
 }  // namespace fnet

@@ -17,6 +17,12 @@ constexpr Command kCommands[] = {
      }},
     {"parse", "check IRI references and show their seven components", runParse},
     {"idn", "convert host names between Unicode and ASCII (Punycode) form", runIdn},
+    {"addr", "classify and print IP address literals", runAddr},
+    {"lookup", "resolve host names to addresses", runLookup},
+    {"reverse", "the name of each address (reverse lookup)", runReverse},
+    {"canonical", "the canonical name of each address", runCanonical},
+    {"hostname", "the local host's name", runHostname},
+    {"interfaces", "the host's network interfaces and addresses", runInterfaces},
 };
 
 void printHelp(std::ostream& out) {

@@ -1,0 +1,61 @@
+/// @file
+/// @brief `NetworkInterface`: one of the host's network interfaces, and the list of them.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "foundation/network/Export.h"
+#include "foundation/network/HardwareAddress.h"
+#include "foundation/network/InetAddress.h"
+#include "foundation/network/InterfaceAddress.h"
+
+namespace foundation::network {
+
+class NetworkInterfaceImpl;
+
+/// A network interface: its system name, IP addresses with prefix lengths, link-layer address
+/// and flags. Copies share one immutable implementation object; none of the getters fails.
+class FOUNDATION_NETWORK_API NetworkInterface {
+public:
+    /// Adopts an implementation. Does not throw.
+    explicit NetworkInterface(std::shared_ptr<NetworkInterfaceImpl> impl);
+
+    /// The host's interfaces that are up and running and carry at least one IPv4 or IPv6
+    /// address, in the order the system lists them. Does not block on the network.
+    /// @throws std::system_error "Call to getifaddrs failed: <system message>" when the system
+    /// list cannot be read; std::invalid_argument "non-contiguous netmask" when the system
+    /// reports such an IPv4 mask.
+    static std::vector<NetworkInterface> list();
+
+    /// The system's name of the interface (eth0, lo).
+    std::string getIdentifier() const;
+
+    /// The friendly name, or else the identifier as UTF-16 text.
+    std::u16string getFriendlyName() const;
+
+    /// The description (empty on this platform).
+    std::string getDescription() const;
+
+    /// The link-layer address; empty for loopback interfaces and non-Ethernet links.
+    HardwareAddress getHardwareAddress() const;
+
+    /// The IP addresses with their prefix lengths, in the system's order.
+    std::vector<InterfaceAddress> getInterfaceAddresses() const;
+
+    /// The IP addresses alone (host names empty), in the same order, duplicates kept.
+    std::vector<InetAddress> getInetAddresses() const;
+
+    /// Whether the interface is both up and running.
+    bool isUp() const;
+
+    bool isLoopback() const;
+
+    bool supportsMulticast() const;
+
+private:
+    std::shared_ptr<const NetworkInterfaceImpl> impl_;
+};
+
+}  // namespace foundation::network
