@@ -23,6 +23,27 @@ struct OptionalRange {
     void setEmptyAt(Iterator at) { set(at, at); }
 };
 
+/// Absent user info becomes the empty range at the host's begin when a host is present, else user
+/// info and host both become the empty range at the path's begin; an absent host beside present
+/// user info becomes the empty range at the path's begin; an absent port becomes the empty range
+/// at the host's end.
+template <class Range>
+void fillAbsentAuthority(Range& userInfo, Range& host, Range& port, const Range& path) {
+    if (!userInfo.present) {
+        if (host.present) {
+            userInfo.setEmptyAt(host.first);
+        } else {
+            userInfo.setEmptyAt(path.first);
+            host.setEmptyAt(path.first);
+        }
+    } else if (!host.present) {
+        host.setEmptyAt(path.first);
+    }
+    if (!port.present) {
+        port.setEmptyAt(host.last);
+    }
+}
+
 /// The part after the scheme: user info, host, port and path.
 template <class String>
 struct HierarchicalPart {
@@ -35,21 +56,7 @@ struct HierarchicalPart {
     Range path;
 
     /// Gives every absent range an empty range where it would stand.
-    void update() {
-        if (!userInfo.present) {
-            if (host.present) {
-                userInfo.setEmptyAt(host.first);
-            } else {
-                userInfo.setEmptyAt(path.first);
-                host.setEmptyAt(path.first);
-            }
-        } else if (!host.present) {
-            host.setEmptyAt(path.first);
-        }
-        if (!port.present) {
-            port.setEmptyAt(host.last);
-        }
-    }
+    void update() { fillAbsentAuthority(userInfo, host, port, path); }
 };
 
 /// The whole reference: scheme, user info, host, port, path, query, fragment.
@@ -70,19 +77,7 @@ struct Parts {
     /// that later code may use every range without testing. Presence itself is recorded by the
     /// caller before this runs.
     void update() {
-        if (!userInfo.present) {
-            if (host.present) {
-                userInfo.setEmptyAt(host.first);
-            } else {
-                userInfo.setEmptyAt(path.first);
-                host.setEmptyAt(path.first);
-            }
-        } else if (!host.present) {
-            host.setEmptyAt(path.first);
-        }
-        if (!port.present) {
-            port.setEmptyAt(host.last);
-        }
+        fillAbsentAuthority(userInfo, host, port, path);
         if (!query.present) {
             query.setEmptyAt(path.last);
         }
