@@ -16,6 +16,8 @@
 
 namespace foundation::network::iri::detail {
 
+struct IRIAccess;
+
 /// An IRI over a string of code points (instantiated for std::wstring). Const members may run
 /// from several threads at once: the serialisation caches are guarded by `mutex`, each
 /// component's derived forms by the component's own mutex, and the flags read outside locks
@@ -109,6 +111,8 @@ public:
     static Range fragmentRange(const Parts<String>& found) { return {found.fragment.first, found.fragment.last}; }
 
 private:
+    friend struct IRIAccess;
+
     TemplateIRI(const TemplateIRI& other, const std::lock_guard<std::mutex>& sourceLock);
     TemplateIRI(TemplateIRI&& other, const std::lock_guard<std::mutex>& sourceLock) noexcept;
     template <class Getter>
