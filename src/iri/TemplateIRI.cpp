@@ -98,7 +98,10 @@ TemplateIRI<String>::TemplateIRI(TemplateIRI&& other, const std::lock_guard<std:
       queryOption(other.queryOption),
       hashKnown(other.hashKnown.load()),
       hash(other.hash),
-      cache(std::move(other.cache)) {}
+      cache(std::move(other.cache)) {
+    // The source stays a consistent (empty) value rather than one with flags but no text.
+    other.clearFields();
+}
 
 template <class String>
 TemplateIRI<String>& TemplateIRI<String>::operator=(const TemplateIRI& other) {

@@ -241,6 +241,7 @@ TEST(IRI, CachesFollowCopiesMovesSwapsAssignmentsAndClear) {
         expectA(copy);
         IRI moved(std::move(copy));
         expectA(moved);
+        expectEmpty(copy);  // NOLINT(bugprone-use-after-move): a moved-from value is empty
         moved.swap(b);
         expectB(moved);
         expectA(b);

@@ -44,12 +44,12 @@ public:
     /// Copies `other` (its cached forms included). Safe while other threads read `other`;
     /// throws only std::bad_alloc.
     IRI(const IRI& other);
-    /// Moves `other` into a new IRI; `other` is left valid but unspecified.
+    /// Moves `other` into a new IRI; `other` is left empty.
     IRI(IRI&& other) noexcept;
     /// Replaces this value by a copy of `other`; self-assignment does nothing. Throws only
     /// std::bad_alloc (this value is then unchanged).
     IRI& operator=(const IRI& other);
-    /// Replaces this value by `other`'s; self-assignment does nothing.
+    /// Replaces this value by `other`'s, leaving `other` empty; self-assignment does nothing.
     IRI& operator=(IRI&& other) noexcept;
     /// Destroys the value. Never throws.
     ~IRI();
