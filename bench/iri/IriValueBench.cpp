@@ -48,8 +48,12 @@ void countedFree(void* p) noexcept {
 }
 }  // namespace
 
-void* operator new(std::size_t size) { return countedAlloc(size); }
-void* operator new[](std::size_t size) { return countedAlloc(size); }
+void* operator new(std::size_t size) {
+    return countedAlloc(size);
+}
+void* operator new[](std::size_t size) {
+    return countedAlloc(size);
+}
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     try {
         return countedAlloc(size);
@@ -64,12 +68,24 @@ void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
         return nullptr;
     }
 }
-void operator delete(void* p) noexcept { countedFree(p); }
-void operator delete[](void* p) noexcept { countedFree(p); }
-void operator delete(void* p, std::size_t) noexcept { countedFree(p); }
-void operator delete[](void* p, std::size_t) noexcept { countedFree(p); }
-void operator delete(void* p, const std::nothrow_t&) noexcept { countedFree(p); }
-void operator delete[](void* p, const std::nothrow_t&) noexcept { countedFree(p); }
+void operator delete(void* p) noexcept {
+    countedFree(p);
+}
+void operator delete[](void* p) noexcept {
+    countedFree(p);
+}
+void operator delete(void* p, std::size_t) noexcept {
+    countedFree(p);
+}
+void operator delete[](void* p, std::size_t) noexcept {
+    countedFree(p);
+}
+void operator delete(void* p, const std::nothrow_t&) noexcept {
+    countedFree(p);
+}
+void operator delete[](void* p, const std::nothrow_t&) noexcept {
+    countedFree(p);
+}
 
 namespace {
 
@@ -113,13 +129,19 @@ const auto kToString = [](const IRI& iri) { benchmark::DoNotOptimize(iri.toStrin
 const auto kToAscii = [](const IRI& iri) { benchmark::DoNotOptimize(iri.toAsciiString(false)); };
 const auto kGetters = [](const IRI& iri) {
     const Encoding decoded(0);
-    if (iri.hasScheme()) benchmark::DoNotOptimize(iri.getScheme());
-    if (iri.hasUserInfo()) benchmark::DoNotOptimize(iri.getUserInfo(decoded));
-    if (iri.hasHost()) benchmark::DoNotOptimize(iri.getHost(decoded));
-    if (iri.hasPort()) benchmark::DoNotOptimize(iri.getPortNumber());
+    if (iri.hasScheme())
+        benchmark::DoNotOptimize(iri.getScheme());
+    if (iri.hasUserInfo())
+        benchmark::DoNotOptimize(iri.getUserInfo(decoded));
+    if (iri.hasHost())
+        benchmark::DoNotOptimize(iri.getHost(decoded));
+    if (iri.hasPort())
+        benchmark::DoNotOptimize(iri.getPortNumber());
     benchmark::DoNotOptimize(iri.getPath(decoded));
-    if (iri.hasQuery()) benchmark::DoNotOptimize(iri.getQuery(decoded));
-    if (iri.hasFragment()) benchmark::DoNotOptimize(iri.getFragment(decoded));
+    if (iri.hasQuery())
+        benchmark::DoNotOptimize(iri.getQuery(decoded));
+    if (iri.hasFragment())
+        benchmark::DoNotOptimize(iri.getFragment(decoded));
 };
 
 std::size_t passBoost(const std::vector<std::string>& texts) {
@@ -155,12 +177,24 @@ void ours(benchmark::State& state, const char* name, Work work) {
     perReference(state, texts.size(), failed);
 }
 
-void BM_ToString_Urls(benchmark::State& s) { ours(s, "urls.txt", kToString); }
-void BM_ToString_Iris(benchmark::State& s) { ours(s, "iris.txt", kToString); }
-void BM_ToAscii_Urls(benchmark::State& s) { ours(s, "urls.txt", kToAscii); }
-void BM_ToAscii_Iris(benchmark::State& s) { ours(s, "iris.txt", kToAscii); }
-void BM_Getters_Urls(benchmark::State& s) { ours(s, "urls.txt", kGetters); }
-void BM_Getters_Iris(benchmark::State& s) { ours(s, "iris.txt", kGetters); }
+void BM_ToString_Urls(benchmark::State& s) {
+    ours(s, "urls.txt", kToString);
+}
+void BM_ToString_Iris(benchmark::State& s) {
+    ours(s, "iris.txt", kToString);
+}
+void BM_ToAscii_Urls(benchmark::State& s) {
+    ours(s, "urls.txt", kToAscii);
+}
+void BM_ToAscii_Iris(benchmark::State& s) {
+    ours(s, "iris.txt", kToAscii);
+}
+void BM_Getters_Urls(benchmark::State& s) {
+    ours(s, "urls.txt", kGetters);
+}
+void BM_Getters_Iris(benchmark::State& s) {
+    ours(s, "iris.txt", kGetters);
+}
 
 void BM_BoostUrlOwning_Urls(benchmark::State& state) {
     const auto& texts = corpus("urls.txt").utf8;
@@ -203,7 +237,8 @@ void memory(benchmark::State& state, const char* name) {
     for (auto _ : state) {
         utf8Bytes = allocated = held = blocks = parsed = boostHeld = boostParsed = 0;
         for (std::size_t i = 0; i < c.utf16.size(); ++i) {
-            const std::size_t allocatedBefore = gAllocated, liveBefore = gLive, blocksBefore = gBlocks;
+            const std::size_t allocatedBefore = gAllocated, liveBefore = gLive,
+                              blocksBefore = gBlocks;
             try {
                 const IRI iri(c.utf16[i]);
                 allocated += gAllocated - allocatedBefore;
@@ -227,15 +262,20 @@ void memory(benchmark::State& state, const char* name) {
     state.counters["heap_allocated"] = static_cast<double>(allocated) / n;
     state.counters["heap_held"] = static_cast<double>(held) / n;
     state.counters["blocks"] = static_cast<double>(blocks) / n;
-    state.counters["held_per_utf8_byte"] = static_cast<double>(held) / static_cast<double>(utf8Bytes == 0 ? 1 : utf8Bytes);
+    state.counters["held_per_utf8_byte"] =
+        static_cast<double>(held) / static_cast<double>(utf8Bytes == 0 ? 1 : utf8Bytes);
     state.counters["allocated_per_utf8_byte"] =
         static_cast<double>(allocated) / static_cast<double>(utf8Bytes == 0 ? 1 : utf8Bytes);
     state.counters["boost_url_held"] =
         static_cast<double>(boostHeld) / static_cast<double>(boostParsed == 0 ? 1 : boostParsed);
 }
 
-void BM_Memory_Urls(benchmark::State& s) { memory(s, "urls.txt"); }
-void BM_Memory_Iris(benchmark::State& s) { memory(s, "iris.txt"); }
+void BM_Memory_Urls(benchmark::State& s) {
+    memory(s, "urls.txt");
+}
+void BM_Memory_Iris(benchmark::State& s) {
+    memory(s, "iris.txt");
+}
 
 BENCHMARK(BM_ToString_Urls)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ToString_Iris)->Unit(benchmark::kMillisecond);

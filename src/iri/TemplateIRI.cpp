@@ -21,7 +21,9 @@ constexpr Encoding kIriForm(1);
     throw AnonymousInternalException<std::logic_error>("IRI parsing failed");
 }
 
-bool isStrict(const Encoding& encoding) { return encoding.value() == 2 || encoding.value() == 4; }
+bool isStrict(const Encoding& encoding) {
+    return encoding.value() == 2 || encoding.value() == 4;
+}
 
 // Cache entry of each Encoding.
 constexpr std::size_t kCacheEntry[5] = {0, 1, 3, 2, 4};
@@ -428,7 +430,8 @@ const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encod
 
     // Built outside the lock: two threads may build the same entry, the first store wins.
     const bool strict = isStrict(encoding);
-    const String authority = authorityPresent ? getNativeAuthority(Encoding(strict ? value - 1 : value)) : String();
+    const String authority =
+        authorityPresent ? getNativeAuthority(Encoding(strict ? value - 1 : value)) : String();
     const String* path = nullptr;
     const String* query = nullptr;
     const String* fragment = nullptr;
@@ -440,9 +443,9 @@ const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encod
         throw AnonymousInternalException<std::runtime_error>(e.what());
     }
 
-    const std::size_t length = (schemePresent ? scheme.size() + 1 : 0) +
-                               (authorityPresent ? authority.size() + 2 : 0) + path->size() +
-                               (query ? query->size() + 1 : 0) + (fragment ? fragment->size() + 1 : 0);
+    const std::size_t length =
+        (schemePresent ? scheme.size() + 1 : 0) + (authorityPresent ? authority.size() + 2 : 0) +
+        path->size() + (query ? query->size() + 1 : 0) + (fragment ? fragment->size() + 1 : 0);
     String plain;
     plain.reserve(length);
     String repaired;

@@ -289,9 +289,9 @@ TEST(IRI, RandomTextParsesOrFailsCleanlyAndRoundTrips) {
         SCOPED_TRACE(utf8(text));
         for (unsigned value = 0; value < 5; ++value) {
             const Encoding e(value);
-            for (const auto& get : {&IRI::getUserInfo, &IRI::getHost, &IRI::getPath, &IRI::getQuery,
-                                    &IRI::getFragment, &IRI::getAuthority,
-                                    &IRI::getSchemeSpecificPart}) {
+            for (const auto& get :
+                 {&IRI::getUserInfo, &IRI::getHost, &IRI::getPath, &IRI::getQuery,
+                  &IRI::getFragment, &IRI::getAuthority, &IRI::getSchemeSpecificPart}) {
                 try {
                     (*iri.*get)(e);
                 } catch (const std::runtime_error&) {  // absent

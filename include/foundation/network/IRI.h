@@ -129,7 +129,9 @@ private:
 };
 
 /// Exchanges the values of `a` and `b`. Never throws.
-inline void swap(IRI& a, IRI& b) noexcept { a.swap(b); }
+inline void swap(IRI& a, IRI& b) noexcept {
+    a.swap(b);
+}
 
 /// Writes `iri.toAsciiString(false)` to `out` as ASCII text; an empty IRI writes nothing.
 FOUNDATION_NETWORK_API std::ostream& operator<<(std::ostream& out, const IRI& iri);
