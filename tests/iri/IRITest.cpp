@@ -308,6 +308,19 @@ TEST(IRI, RandomTextParsesOrFailsCleanlyAndRoundTrips) {
     EXPECT_GT(parsed, 1000u);
 }
 
+TEST(IRI, LongTextIsHandledInLinearTime) {
+    std::u16string path;
+    for (int i = 0; i < 40000; ++i) {
+        path += u"/%C3%A9\u00E9%zz[";
+        path.pop_back();
+    }
+    const IRI iri(u"s://h" + path + u"?" + path.substr(1) + u"#" + path.substr(1));
+    EXPECT_EQ(iri.getPath(Encoding(0)).size(), 40000u * 6);
+    EXPECT_EQ(iri.getPath(Encoding(3)).size(), 40000u * 16);
+    EXPECT_EQ(iri.toString(true).size(), 3 * 40000u * 13 + 5);
+    EXPECT_EQ(IRI(iri.toAsciiString(true)).toAsciiString(true), iri.toAsciiString(true));
+}
+
 TEST(IRI, StreamsAsAscii) {
     std::ostringstream out;
     out << IRI(u"http://h/\u00E9") << '|' << IRI() << '|' << IRI(u"");
