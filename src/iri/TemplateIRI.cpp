@@ -25,6 +25,31 @@ bool isStrict(const Encoding& encoding) {
     return encoding.value() == 2 || encoding.value() == 4;
 }
 
+// Text without surrogates converts unit for unit; anything else goes through the checked
+// conversions, which also give the errors their texts. These short cuts keep the common case
+// off the general converters.
+std::wstring toCodePoints(const std::u16string& utf16) {
+    for (const char16_t unit : utf16) {
+        if (unit >= 0xD800 && unit <= 0xDFFF) {
+            return utf16ToCodePoints(utf16);
+        }
+    }
+    return std::wstring(utf16.begin(), utf16.end());
+}
+
+std::u16string toUtf16(const std::wstring& codePoints) {
+    for (const wchar_t c : codePoints) {
+        if (c < 0 || (c >= 0xD800 && c <= 0xDFFF) || c > 0xFFFF) {
+            return codePointsToUtf16(codePoints);
+        }
+    }
+    std::u16string utf16(codePoints.size(), u'\0');
+    for (std::size_t i = 0; i < codePoints.size(); ++i) {
+        utf16[i] = static_cast<char16_t>(codePoints[i]);
+    }
+    return utf16;
+}
+
 // Cache entry of each Encoding.
 constexpr std::size_t kCacheEntry[5] = {0, 1, 3, 2, 4};
 
@@ -34,7 +59,7 @@ template <class String>
 TemplateIRI<String>::TemplateIRI() noexcept = default;
 
 template <class String>
-TemplateIRI<String>::TemplateIRI(const std::u16string& utf16) : text(utf16ToCodePoints(utf16)) {
+TemplateIRI<String>::TemplateIRI(const std::u16string& utf16) : text(toCodePoints(utf16)) {
     parse();
 }
 
@@ -229,7 +254,7 @@ void TemplateIRI<String>::parse() {
     if (schemePresent) {
         const Range range = schemeRange(found);
         scheme.assign(range.first, range.second);
-        schemeUtf16 = codePointsToUtf16(scheme);
+        schemeUtf16 = toUtf16(scheme);
     }
     if (portPresent) {
         const Range range = portRange(found);
@@ -239,7 +264,7 @@ void TemplateIRI<String>::parse() {
             throwParsingFailed();
         }
         portNumber = number;
-        portUtf16 = codePointsToUtf16(portText);
+        portUtf16 = toUtf16(portText);
         port = std::move(portText);
     }
     pathHasDotSegments = containsDotSegments(parts.getPath(kIriForm));
@@ -321,9 +346,9 @@ std::u16string TemplateIRI<String>::readComponent(Getter getter, const Encoding&
     try {
         const String& value = (parts.*getter)(encoding);
         if (repair && isStrict(encoding)) {
-            return codePointsToUtf16(repairPercents(value, escapeBrackets));
+            return toUtf16(repairPercents(value, escapeBrackets));
         }
-        return codePointsToUtf16(value);
+        return toUtf16(value);
     } catch (const std::runtime_error& e) {
         throw AnonymousInternalException<std::runtime_error>(e.what());
     }
@@ -375,7 +400,7 @@ String TemplateIRI<String>::getNativeAuthority(const Encoding& encoding) const {
 
 template <class String>
 std::u16string TemplateIRI<String>::getAuthority(const Encoding& encoding) const {
-    return codePointsToUtf16(getNativeAuthority(encoding));
+    return toUtf16(getNativeAuthority(encoding));
 }
 
 template <class String>
@@ -403,7 +428,7 @@ String TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const {
 
 template <class String>
 std::u16string TemplateIRI<String>::getSchemeSpecificPart(const Encoding& encoding) const {
-    return codePointsToUtf16(getNativeSsp(encoding));
+    return toUtf16(getNativeSsp(encoding));
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -497,7 +522,7 @@ const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encod
 
 template <class String>
 std::u16string TemplateIRI<String>::toStringFromParts(const Encoding& encoding) const {
-    return codePointsToUtf16(toNativeStringFromParts(encoding));
+    return toUtf16(toNativeStringFromParts(encoding));
 }
 
 template <class String>
