@@ -13,6 +13,7 @@ struct Command {
 
 /// fnet parse: IRI references checked by the grammar, with their components.
 int runParse(int argc, char** argv);
+int runIri(int argc, char** argv);
 
 /// fnet idn: host names between Unicode and ASCII form.
 int runIdn(int argc, char** argv);
