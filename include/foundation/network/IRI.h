@@ -1,0 +1,134 @@
+/// @file
+/// @brief `IRI`: an Internationalized Resource Identifier (RFC 3987) as a value.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+
+#include "foundation/network/Encoding.h"
+#include "foundation/network/Export.h"
+
+namespace foundation::network {
+
+namespace iri::detail {
+struct IRIAccess;
+}  // namespace iri::detail
+
+/// An IRI reference parsed from UTF-16 text: its scheme, authority (user info, host, port),
+/// path, query and fragment, each readable in any `iri::Encoding`, and the whole written back as
+/// Unicode text (`toString`) or as ASCII URI text (`toAsciiString`).
+///
+/// A plain value: copy, move, swap and `clear()`. Every const member may run on one object from
+/// several threads at once (lazily derived forms are guarded inside); changing an object while
+/// another thread reads it is not supported. No member blocks other than on the object's own
+/// short internal locks.
+///
+/// Failures are exceptions of the `foundation::core::except` family, catchable by their
+/// standard base: `std::logic_error` ("IRI parsing failed") for text that is not an IRI
+/// reference, `std::runtime_error` ("No scheme", "No port", "Item not set: Host"...) for asking
+/// for an absent component, `std::out_of_range` (the UTF conversion's own text) for text that
+/// UTF-16 cannot carry, `std::invalid_argument` for an Encoding outside 0 to 4.
+class FOUNDATION_NETWORK_API IRI {
+public:
+    /// An empty IRI (`isEmpty()` true, no component at all). Never throws.
+    IRI() noexcept;
+
+    /// Parses `text` as an IRI reference (absolute or relative; "" gives an empty IRI).
+    /// Throws `std::out_of_range` ("Misplaced UTF-16 surrogate U+...") for an unpaired
+    /// surrogate and `std::logic_error` "IRI parsing failed" for text the IRI grammar refuses or
+    /// a port that is not a number from 0 to 65535.
+    explicit IRI(const std::u16string& text);
+
+    /// Copies `other` (its cached forms included). Safe while other threads read `other`.
+    IRI(const IRI& other);
+    /// Moves `other` into a new IRI; `other` is left valid but unspecified.
+    IRI(IRI&& other) noexcept;
+    /// Replaces this value by a copy of `other`; self-assignment does nothing.
+    IRI& operator=(const IRI& other);
+    /// Replaces this value by `other`'s; self-assignment does nothing.
+    IRI& operator=(IRI&& other) noexcept;
+    ~IRI();
+
+    /// Exchanges the values of this and `other`. Never throws.
+    void swap(IRI& other) noexcept;
+    /// Makes this IRI empty. Never throws.
+    void clear() noexcept;
+
+    /// Whether the IRI has no component at all (default-constructed, cleared, parsed from "").
+    bool isEmpty() const noexcept;
+    /// Whether a scheme is present.
+    bool hasScheme() const noexcept;
+    /// Whether an authority ("//" and a host, possibly empty) is present.
+    bool hasAuthority() const noexcept;
+    /// Whether user info (the part before "@" in the authority) is present.
+    bool hasUserInfo() const noexcept;
+    /// Whether a host is present.
+    bool hasHost() const noexcept;
+    /// Whether a port (possibly empty text) is present.
+    bool hasPort() const noexcept;
+    /// Whether a query ("?" and what follows) is present.
+    bool hasQuery() const noexcept;
+    /// Whether a fragment ("#" and what follows) is present.
+    bool hasFragment() const noexcept;
+    /// Whether the path is non-empty and begins with "/".
+    bool hasAbsolutePath() const noexcept;
+    /// Whether a scheme is present (the IRI is not a relative reference).
+    bool isAbsolute() const noexcept;
+    /// Whether a scheme is present, no authority is, and the path does not begin with "/".
+    bool isOpaque() const noexcept;
+
+    /// The scheme as written. Throws `std::runtime_error` "No scheme" when absent.
+    std::u16string getScheme() const;
+    /// The port text as written. Throws `std::runtime_error` "No port" when absent.
+    std::u16string getPort() const;
+    /// The port as a number. Throws `std::runtime_error` "No port" when absent.
+    std::uint16_t getPortNumber() const;
+
+    /// The user info in `encoding` (no percent repair in any Encoding). Throws
+    /// `std::runtime_error` "Item not set: UserInfo" when absent.
+    std::u16string getUserInfo(const iri::Encoding& encoding) const;
+    /// The host in `encoding` (an IP literal keeps its brackets). Throws `std::runtime_error`
+    /// "Item not set: Host" when absent.
+    std::u16string getHost(const iri::Encoding& encoding) const;
+    /// The path in `encoding`. Throws `std::runtime_error` "Item not set: Path" when absent
+    /// (only an IRI that was never given text has no path).
+    std::u16string getPath(const iri::Encoding& encoding) const;
+    /// The query (without "?") in `encoding`. Throws `std::runtime_error` "Item not set: Query"
+    /// when absent.
+    std::u16string getQuery(const iri::Encoding& encoding) const;
+    /// The fragment (without "#") in `encoding`. Throws `std::runtime_error`
+    /// "Item not set: Fragment" when absent.
+    std::u16string getFragment(const iri::Encoding& encoding) const;
+    /// User info and "@" (when present), host, and ":" and the port (when present). Throws
+    /// `std::runtime_error` ending in ": Host (in getAuthority)" when there is no host.
+    std::u16string getAuthority(const iri::Encoding& encoding) const;
+    /// Everything after the scheme's ":" up to, not including, "#" and the fragment.
+    std::u16string getSchemeSpecificPart(const iri::Encoding& encoding) const;
+
+    /// The whole IRI as Unicode text: Encoding 2 when `strict`, else Encoding 1 (for an IRI
+    /// parsed from text, exactly that text).
+    std::u16string toString(bool strict = false) const;
+    /// The whole IRI as ASCII (URI) text: Encoding 4 when `strict`, else Encoding 3.
+    std::u16string toAsciiString(bool strict = false) const;
+    /// The whole IRI in `encoding`.
+    std::u16string toStringFromParts(const iri::Encoding& encoding) const;
+
+private:
+    friend struct iri::detail::IRIAccess;
+
+    // The implementation object lives in place here; its real size and alignment are checked
+    // where it is defined.
+    static constexpr std::size_t kStorageSize = 1304;
+    static constexpr std::size_t kStorageAlign = 8;
+    alignas(kStorageAlign) unsigned char storage_[kStorageSize];
+};
+
+/// Exchanges the values of `a` and `b`. Never throws.
+inline void swap(IRI& a, IRI& b) noexcept { a.swap(b); }
+
+/// Writes `iri.toAsciiString(false)` to `out` as ASCII text; an empty IRI writes nothing.
+FOUNDATION_NETWORK_API std::ostream& operator<<(std::ostream& out, const IRI& iri);
+
+}  // namespace foundation::network

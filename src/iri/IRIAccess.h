@@ -1,0 +1,34 @@
+/// @file
+/// @brief Internal access to the implementation object that an `IRI` holds in place.
+#pragma once
+
+#include <new>
+#include <string>
+#include <utility>
+
+#include "foundation/network/IRI.h"
+#include "iri/TemplateIRI.h"
+
+namespace foundation::network::iri::detail {
+
+struct IRIAccess {
+    using Impl = TemplateIRI<std::wstring>;
+
+    static_assert(sizeof(Impl) == IRI::kStorageSize, "IRI::kStorageSize must match the implementation");
+    static_assert(alignof(Impl) == IRI::kStorageAlign, "IRI::kStorageAlign must match the implementation");
+
+    static Impl& impl(IRI& iri) noexcept { return *std::launder(reinterpret_cast<Impl*>(iri.storage_)); }
+    static const Impl& impl(const IRI& iri) noexcept {
+        return *std::launder(reinterpret_cast<const Impl*>(iri.storage_));
+    }
+    static void* storage(IRI& iri) noexcept { return iri.storage_; }
+
+    /// An IRI holding `value`.
+    static IRI fromImpl(Impl&& value) {
+        IRI result;
+        impl(result) = std::move(value);
+        return result;
+    }
+};
+
+}  // namespace foundation::network::iri::detail
