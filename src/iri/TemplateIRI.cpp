@@ -112,8 +112,13 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(const TemplateIRI& other) {
         }
         return *this;
     }
+    // The once-flag of a value that was hashed never fires again: keep a hash for the new value.
+    const bool keepHash = hashKnown.load() && !other.hashKnown.load();
     TemplateIRI copy(other);
     swap(copy);
+    if (keepHash) {
+        generateHash();
+    }
     return *this;
 }
 
@@ -129,8 +134,12 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other) noexcep
         }
         return *this;
     }
+    const bool keepHash = hashKnown.load() && !other.hashKnown.load();
     TemplateIRI moved(std::move(other));
     swap(moved);
+    if (keepHash) {
+        generateHash();
+    }
     return *this;
 }
 
