@@ -11,4 +11,6 @@ struct Command {
     int (*run)(int argc, char** argv);
 };
 
+int runParse(int argc, char** argv);
+
 }  // namespace fnet

@@ -15,6 +15,7 @@ constexpr Command kCommands[] = {
          std::cout << "fnet 0.1.0\n";
          return kExitOk;
      }},
+    {"parse", "check IRI references and show their seven components", runParse},
 };
 
 void printHelp(std::ostream& out) {

@@ -1,0 +1,232 @@
+/// @file
+/// @brief Character rules of the IRI grammar (RFC 3987 section 2.2, RFC 3986 section 2) as
+/// Spirit.Qi primitives over code points.
+///
+/// Every class is one primitive parser that tests one code point and consumes it, with no
+/// attribute, so that a repetition over it compiles to a plain loop. ASCII is answered from one
+/// table; other code points go through Spirit's Unicode tables (Alphabetic, Nd, Hex_Digit),
+/// which give the same answers for ASCII as the table.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include <boost/proto/traits.hpp>
+#include <boost/spirit/home/support/char_encoding/unicode.hpp>
+#include <boost/spirit/include/qi_char.hpp>
+#include <boost/spirit/include/qi_copy.hpp>
+#include <boost/spirit/include/qi_operator.hpp>
+#include <boost/spirit/include/qi_parse.hpp>
+
+namespace foundation::network::iri::detail::irigrammar {
+
+namespace qi = boost::spirit::qi;
+
+namespace chars {
+
+using Unicode = boost::spirit::char_encoding::unicode;
+
+/// Membership flags of the ASCII table, one per class that the rules use.
+enum Flag : std::uint16_t {
+    ALPHA = 1u << 0,        ///< A-Z a-z
+    DIGIT = 1u << 1,        ///< 0-9
+    XDIGIT = 1u << 2,       ///< 0-9 A-F a-f
+    UNRESERVED = 1u << 3,   ///< ALPHA DIGIT "-._~"
+    SUB_DELIM = 1u << 4,    ///< "!$&'()*+,;="
+    GEN_DELIM = 1u << 5,    ///< ":/?#[]@"
+    SCHEME_TAIL = 1u << 6,  ///< ALPHA DIGIT "+.-"
+};
+
+constexpr std::array<std::uint16_t, 128> makeAsciiTable() {
+    std::array<std::uint16_t, 128> table{};
+    for (int c = 'A'; c <= 'Z'; ++c)
+        table[c] |= ALPHA | UNRESERVED | SCHEME_TAIL;
+    for (int c = 'a'; c <= 'z'; ++c)
+        table[c] |= ALPHA | UNRESERVED | SCHEME_TAIL;
+    for (int c = '0'; c <= '9'; ++c)
+        table[c] |= DIGIT | XDIGIT | UNRESERVED | SCHEME_TAIL;
+    for (int c = 'A'; c <= 'F'; ++c)
+        table[c] |= XDIGIT;
+    for (int c = 'a'; c <= 'f'; ++c)
+        table[c] |= XDIGIT;
+    for (const char c : {'-', '.', '_', '~'})
+        table[c] |= UNRESERVED;
+    for (const char c : {'!', '$', '&', '\'', '(', ')', '*', '+', ',', ';', '='})
+        table[c] |= SUB_DELIM;
+    for (const char c : {':', '/', '?', '#', '[', ']', '@'})
+        table[c] |= GEN_DELIM;
+    for (const char c : {'+', '.', '-'})
+        table[c] |= SCHEME_TAIL;
+    return table;
+}
+
+inline constexpr std::array<std::uint16_t, 128> kAscii = makeAsciiTable();
+
+constexpr bool ascii(std::uint32_t c, std::uint16_t flags) {
+    return (kAscii[c] & flags) != 0;
+}
+
+// The Unicode tables hold U+0000 to U+10FFFF only; nothing above is a letter or a digit.
+inline bool isAlpha(std::uint32_t c) {
+    return c <= 0x10FFFF && Unicode::isalpha(c);
+}
+inline bool isDigit(std::uint32_t c) {
+    return c <= 0x10FFFF && Unicode::isdigit(c);
+}
+inline bool isXdigit(std::uint32_t c) {
+    return c <= 0x10FFFF && Unicode::isxdigit(c);
+}
+inline bool isAlnum(std::uint32_t c) {
+    return c <= 0x10FFFF && Unicode::isalnum(c);
+}
+
+// ucschar = %xA0-D7FF / %xF900-FDCF / %xFDF0-FFEF / %x10000-1FFFD / ... / %xD0000-DFFFD
+//         / %xE1000-EFFFD
+constexpr bool isUcschar(std::uint32_t c) {
+    if (c < 0x10000) {
+        return (c >= 0xA0 && c <= 0xD7FF) || (c >= 0xF900 && c <= 0xFDCF) ||
+               (c >= 0xFDF0 && c <= 0xFFEF);
+    }
+    // Planes 1 to 13 without their last two code points, and plane 14 from U+E1000.
+    if (c < 0xE0000) {
+        return (c & 0xFFFF) <= 0xFFFD;
+    }
+    return c >= 0xE1000 && c <= 0xEFFFD;
+}
+
+// iprivate = %xE000-F8FF / %xE0000-E0FFF / %xF0000-FFFFD / %x100000-10FFFD
+// Kept deliberately: the range %xE0000-E0FFF is not in RFC 3987 (which leaves it out of both
+// ucschar and iprivate); here such code points are allowed in queries.
+constexpr bool isIprivate(std::uint32_t c) {
+    return (c >= 0xE000 && c <= 0xF8FF) || (c >= 0xE0000 && c <= 0xE0FFF) ||
+           (c >= 0xF0000 && c <= 0xFFFFD) || (c >= 0x100000 && c <= 0x10FFFD);
+}
+
+// iunreserved = alnum / "-" / "." / "_" / "~" / ucschar
+// alnum is Unicode (Alphabetic or Nd), not ASCII as in RFC 3987.
+inline bool isIunreserved(std::uint32_t c) {
+    return c < 128 ? ascii(c, UNRESERVED) : (isUcschar(c) || isAlnum(c));
+}
+
+// Non-ASCII code points are never delimiters; these classes differ from iunreserved in ASCII
+// only.
+template <std::uint16_t AsciiFlags, char... Extra>
+inline bool unreservedOr(std::uint32_t c) {
+    if (c < 128) {
+        return ascii(c, UNRESERVED | AsciiFlags) ||
+               ((c == static_cast<std::uint32_t>(Extra)) || ...);
+    }
+    return isUcschar(c) || isAlnum(c);
+}
+
+/// A Spirit.Qi primitive that consumes one code point for which `Test` holds. It has no
+/// attribute: the grammar reads ranges (raw), never characters.
+template <bool (*Test)(std::uint32_t)>
+struct CharClassParser : qi::primitive_parser<CharClassParser<Test>> {
+    template <class Context, class Iterator>
+    struct attribute {
+        using type = boost::spirit::unused_type;
+    };
+
+    template <class Iterator, class Context, class Skipper, class Attribute>
+    bool parse(Iterator& first, const Iterator& last, Context&, const Skipper& skipper,
+               Attribute&) const {
+        qi::skip_over(first, last, skipper);
+        if (first != last && Test(static_cast<std::uint32_t>(*first))) {
+            ++first;
+            return true;
+        }
+        return false;
+    }
+
+    template <class Context>
+    boost::spirit::info what(Context&) const {
+        return boost::spirit::info("character-class");
+    }
+};
+
+template <bool (*Test)(std::uint32_t)>
+using Terminal = typename boost::proto::terminal<CharClassParser<Test>>::type;
+
+inline bool alphaTest(std::uint32_t c) {
+    return c < 128 ? ascii(c, ALPHA) : isAlpha(c);
+}
+inline bool digitTest(std::uint32_t c) {
+    return c < 128 ? ascii(c, DIGIT) : isDigit(c);
+}
+inline bool xdigitTest(std::uint32_t c) {
+    return c < 128 ? ascii(c, XDIGIT) : isXdigit(c);
+}
+inline bool asciiDigitTest(std::uint32_t c) {
+    return c < 128 && ascii(c, DIGIT);
+}
+inline bool subDelimTest(std::uint32_t c) {
+    return c < 128 && ascii(c, SUB_DELIM);
+}
+inline bool genDelimTest(std::uint32_t c) {
+    return c < 128 && ascii(c, GEN_DELIM);
+}
+inline bool reservedTest(std::uint32_t c) {
+    return c < 128 && ascii(c, GEN_DELIM | SUB_DELIM);
+}
+inline bool ucscharTest(std::uint32_t c) {
+    return isUcschar(c);
+}
+inline bool iprivateTest(std::uint32_t c) {
+    return isIprivate(c);
+}
+inline bool schemeTailTest(std::uint32_t c) {
+    return c < 128 ? ascii(c, SCHEME_TAIL) : isAlnum(c);
+}
+
+}  // namespace chars
+
+// Character classes (Unicode classification, not ASCII).
+/// alpha: Unicode Alphabetic.
+inline auto alpha() {
+    return chars::Terminal<chars::alphaTest>{};
+}
+/// digit: general category Nd.
+inline auto digit() {
+    return chars::Terminal<chars::digitTest>{};
+}
+/// xdigit: Unicode Hex_Digit (fullwidth 0-9, A-F, a-f included).
+inline auto xdigit() {
+    return chars::Terminal<chars::xdigitTest>{};
+}
+/// The ASCII digits "0" to "9" alone (dec-octet's digits).
+inline auto asciiDigit() {
+    return chars::Terminal<chars::asciiDigitTest>{};
+}
+
+/// gen-delims = ":" / "/" / "?" / "#" / "[" / "]" / "@"
+inline auto genDelims() {
+    return chars::Terminal<chars::genDelimTest>{};
+}
+/// sub-delims = "!" / "$" / "&" / "'" / "(" / ")" / "*" / "+" / "," / ";" / "="
+inline auto subDelims() {
+    return chars::Terminal<chars::subDelimTest>{};
+}
+/// reserved = gen-delims / sub-delims
+inline auto reserved() {
+    return chars::Terminal<chars::reservedTest>{};
+}
+/// ucschar, the 17 ranges of RFC 3987.
+inline auto ucschar() {
+    return chars::Terminal<chars::ucscharTest>{};
+}
+/// iprivate, with the extra range %xE0000-E0FFF (see isIprivate).
+inline auto iprivate() {
+    return chars::Terminal<chars::iprivateTest>{};
+}
+/// iunreserved = alnum / "-" / "." / "_" / "~" / ucschar
+inline auto iunreserved() {
+    return chars::Terminal<chars::isIunreserved>{};
+}
+
+/// pct-encoded = "%" HEXDIG HEXDIG, with Unicode hex digits (fullwidth ones included).
+inline auto pctEncoded() {
+    return qi::copy(qi::lit(L'%') >> xdigit() >> xdigit());
+}
+
+}  // namespace foundation::network::iri::detail::irigrammar

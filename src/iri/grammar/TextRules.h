@@ -1,0 +1,118 @@
+/// @file
+/// @brief Text rules of the IRI grammar: segments, paths, user info, registered name, port,
+/// query, fragment and scheme (RFC 3987 section 2.2, RFC 3986 section 3).
+///
+/// Where a rule is a repetition of single code points, its alternatives are merged into one
+/// class test. In ipchar and its relatives the pct-encoded alternative needs no branch of its
+/// own: "%" and every hex digit belong to the class themselves, so every match is the same.
+#pragma once
+
+#include <boost/spirit/include/qi_auxiliary.hpp>
+
+#include "iri/grammar/CharacterRules.h"
+
+namespace foundation::network::iri::detail::irigrammar {
+
+namespace chars {
+
+inline bool ipcharTest(std::uint32_t c) {
+    return unreservedOr<SUB_DELIM, ':', '@', '%'>(c);
+}
+inline bool noColonTest(std::uint32_t c) {
+    return unreservedOr<SUB_DELIM, '@', '%'>(c);
+}
+inline bool userInfoTest(std::uint32_t c) {
+    return unreservedOr<SUB_DELIM, ':'>(c);
+}
+inline bool regNameTest(std::uint32_t c) {
+    return unreservedOr<SUB_DELIM>(c);
+}
+inline bool fragmentTest(std::uint32_t c) {
+    return unreservedOr<SUB_DELIM, ':', '@', '%', '/', '?'>(c);
+}
+inline bool queryTest(std::uint32_t c) {
+    return fragmentTest(c) || (c >= 128 && isIprivate(c));
+}
+
+}  // namespace chars
+
+// ipchar = iunreserved / pct-encoded / sub-delims / ":" / "@" / "%"
+// Kept deliberately: a bare "%" (not followed by two hex digits) is accepted, unlike RFC 3987.
+inline auto ipchar() {
+    return chars::Terminal<chars::ipcharTest>{};
+}
+
+// isegment = *ipchar
+inline auto isegment() {
+    return qi::copy(*ipchar());
+}
+
+// isegment-nz = 1*ipchar
+inline auto isegmentNz() {
+    return qi::copy(+ipchar());
+}
+
+// isegment-nz-nc = 1*( iunreserved / pct-encoded / sub-delims / "@" / "%" )
+// Kept deliberately: a bare "%" is accepted here too.
+inline auto isegmentNzNc() {
+    return qi::copy(+chars::Terminal<chars::noColonTest>{});
+}
+
+// ipath-abempty = *( "/" isegment )
+inline auto ipathAbempty() {
+    return qi::copy(*(qi::lit(L'/') >> isegment()));
+}
+
+// ipath-absolute = "/" [ isegment-nz *( "/" isegment ) ]
+inline auto ipathAbsolute() {
+    return qi::copy(qi::lit(L'/') >> -(isegmentNz() >> *(qi::lit(L'/') >> isegment())));
+}
+
+// ipath-rootless = isegment-nz *( "/" isegment )
+inline auto ipathRootless() {
+    return qi::copy(isegmentNz() >> *(qi::lit(L'/') >> isegment()));
+}
+
+// ipath-noscheme = isegment-nz-nc *( "/" isegment )
+inline auto ipathNoscheme() {
+    return qi::copy(isegmentNzNc() >> *(qi::lit(L'/') >> isegment()));
+}
+
+// ipath-empty = 0<ipchar>
+inline auto ipathEmpty() {
+    return qi::copy(qi::eps);
+}
+
+// iuserinfo = *( iunreserved / pct-encoded / sub-delims / ":" )
+inline auto iuserinfo() {
+    return qi::copy(*(chars::Terminal<chars::userInfoTest>{} | pctEncoded()));
+}
+
+// ireg-name = *( iunreserved / pct-encoded / sub-delims )
+inline auto iregName() {
+    return qi::copy(*(chars::Terminal<chars::regNameTest>{} | pctEncoded()));
+}
+
+// port = *DIGIT
+// Any Unicode decimal digit, not only ASCII; turning the text into a number accepts ASCII only.
+inline auto port() {
+    return qi::copy(*digit());
+}
+
+// iquery = *( ipchar / iprivate / "/" / "?" )
+inline auto iquery() {
+    return qi::copy(*chars::Terminal<chars::queryTest>{});
+}
+
+// ifragment = *( ipchar / "/" / "?" )
+inline auto ifragment() {
+    return qi::copy(*chars::Terminal<chars::fragmentTest>{});
+}
+
+// scheme = ALPHA *( ALPHA / DIGIT / "+" / "-" / "." )
+// ALPHA and DIGIT are Unicode (Alphabetic and Nd): a scheme may hold non-ASCII letters.
+inline auto scheme() {
+    return qi::copy(alpha() >> *chars::Terminal<chars::schemeTailTest>{});
+}
+
+}  // namespace foundation::network::iri::detail::irigrammar
