@@ -17,10 +17,18 @@ void appendParents(std::wstring& out, std::size_t count) {
     }
 }
 
-}  // namespace
+// A relative path whose first segment holds a colon would read as a scheme: "./" in front
+// keeps it a path (RFC 3986 section 4.2).
+std::wstring guardColon(std::wstring path) {
+    const auto colon = path.find(L':');
+    if (colon != std::wstring::npos && colon < path.find(L'/')) {
+        path.insert(0, L"./");
+    }
+    return path;
+}
 
-std::wstring relativePath(const std::wstring& target, bool targetAbsolute,
-                          const std::wstring& base) {
+std::wstring relativePathUnguarded(const std::wstring& target, bool targetAbsolute,
+                                   const std::wstring& base) {
     if (target == base) {
         return {};
     }
@@ -75,6 +83,13 @@ std::wstring relativePath(const std::wstring& target, bool targetAbsolute,
         result += targetSegments[i];
     }
     return result;
+}
+
+}  // namespace
+
+std::wstring relativePath(const std::wstring& target, bool targetAbsolute,
+                          const std::wstring& base) {
+    return guardColon(relativePathUnguarded(target, targetAbsolute, base));
 }
 
 std::wstring minimalRelativePath(const std::wstring& path) {

@@ -21,6 +21,11 @@ using core::except::detail::AnonymousInternalException;
 
 constexpr Encoding kIriForm(1);
 
+template <class String>
+bool hasEmptySegment(const String& path) {
+    return path.find(L"//") != String::npos;
+}
+
 [[noreturn]] void refuse(const char* message) {
     throw AnonymousInternalException<std::logic_error>(message);
 }
@@ -130,7 +135,9 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     if (a.schemePresent && !a.authorityPresent && emptyPathNeedsMore) {
         return a;
     }
-    if (authorityDiffers || (a.authorityPresent && emptyPathNeedsMore)) {
+    // Only the authority keeps a path beginning "//" from being read as one.
+    const bool pathLooksLikeAuthority = a.parts.getPath(kIriForm).rfind(L"//", 0) == 0;
+    if (authorityDiffers || (a.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
         takeAuthority();
         setPath(a.parts.getPath(kIriForm));
         t.pathHasDotSegments = a.pathHasDotSegments;
@@ -154,13 +161,19 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         const String& path = a.parts.getPath(kIriForm);
         const String& basePath = b.parts.getPath(kIriForm);
         if (b.pathEmpty) {
-            setPath(path);
-            t.absolutePath = a.absolutePath;
+            // Against an empty path with an authority, resolution writes "/" and the reference
+            // path as it is, dot segments and all.
+            const bool keepDots = b.authorityPresent && a.absolutePath && a.pathHasDotSegments;
+            setPath(keepDots ? path.substr(1) : path);
         } else if (path == basePath) {
             // Resolution would pick up B's query for an empty path.
             if (b.queryPresent && !a.queryPresent) {
                 setPath(getMinimalRelativePath());
             }
+        } else if (a.absolutePath && (hasEmptySegment(path) || hasEmptySegment(basePath))) {
+            // Resolution reads a "/" element after an empty segment as a trailing slash, so
+            // no relative path crosses one reliably: the absolute path does.
+            setPath(path);
         } else {
             // Paths that differ only in dot segments: name A's last segment in B's directory.
             String relative = getRelativePath(b);

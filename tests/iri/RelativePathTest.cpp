@@ -29,6 +29,9 @@ TEST(RelativePathTest, TargetAgainstBase) {
         {L"/a/b", true, L"/a/b/c", L"../b"},
         {L"a/b", false, L"a/c", L"./b"},
         {L"b", false, L"a", L"../b"},
+        // A colon in the first segment would read as a scheme.
+        {L"/F:x/y", true, L"/b", L"./F:x/y"},
+        {L"/a/F:x", true, L"/a/b", L"./F:x"},
         // The target's escapes stay exactly as written.
         {L"/a/%2F%3F%23%25%41%C3%A9", true, L"/a/b", L"./%2F%3F%23%25%41%C3%A9"},
         {L"/%2E%2E/x", true, L"/a/b", L"../%2E%2E/x"},
