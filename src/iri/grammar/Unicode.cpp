@@ -19,6 +19,17 @@ void decodeAll(Iterator first, Iterator last, Out& out) {
     }
 }
 
+// Boost's decoder reads a lead byte 0xF8 to 0xFF as a four-byte lead and so takes, for example,
+// F8 90 80 80 for U+10000; such a byte is never UTF-8, so it is refused before decoding.
+void refuseImpossibleBytes(const std::string& bytes) {
+    for (const char byte : bytes) {
+        if (static_cast<unsigned char>(byte) >= 0xF8u) {
+            throw std::out_of_range(
+                "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
+        }
+    }
+}
+
 }  // namespace
 
 std::wstring utf16ToCodePoints(const std::u16string& text) {
@@ -50,6 +61,7 @@ std::string codePointsToUtf8(const std::wstring& text) {
 }
 
 std::wstring utf8ToCodePoints(const std::string& bytes) {
+    refuseImpossibleBytes(bytes);
     std::wstring out;
     out.reserve(bytes.size());
     decodeAll<boost::u8_to_u32_iterator<std::string::const_iterator>>(bytes.begin(), bytes.end(),
@@ -160,6 +172,7 @@ std::string repairUtf8(const std::string& bytes) {
 
 Utf8Check validateUTF8String(const std::string& bytes) {
     try {
+        refuseImpossibleBytes(bytes);
         using Decoder = boost::u8_to_u32_iterator<std::string::const_iterator>;
         const Decoder end(bytes.end(), bytes.begin(), bytes.end());
         for (Decoder it(bytes.begin(), bytes.begin(), bytes.end()); it != end; ++it) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <boost/url/parse.hpp>
 
 #include "iri/grammar/Unicode.h"
 #include "support/Corpus.h"
@@ -240,6 +241,25 @@ TEST(IriGrammarTest, CorporaParseAndReassemble) {
                 joined += L"#" + *f->fragment;
             EXPECT_EQ(joined, text) << line;
         }
+    }
+}
+
+// On ASCII URLs the grammar finds the same components as Boost.URL's RFC 3986 parser.
+TEST(IriGrammarTest, AgreesWithBoostUrlOnUrls) {
+    const auto component = [](bool present, boost::core::string_view text) -> Component {
+        return present ? Component(std::wstring(text.begin(), text.end())) : none;
+    };
+    for (const auto& line : fntest::readLines("urls.txt")) {
+        const auto url = boost::urls::parse_uri_reference(line);
+        ASSERT_TRUE(url.has_value()) << line;
+        const Found expected{component(url->has_scheme(), url->scheme()),
+                             component(url->has_userinfo(), url->encoded_userinfo()),
+                             component(url->has_authority(), url->encoded_host()),
+                             component(url->has_port(), url->port()),
+                             component(true, url->encoded_path()),
+                             component(url->has_query(), url->encoded_query()),
+                             component(url->has_fragment(), url->encoded_fragment())};
+        EXPECT_EQ(parse(std::wstring(line.begin(), line.end())), expected) << line;
     }
 }
 

@@ -57,8 +57,9 @@ TEST(UnicodeTest, FailuresCarryTheIteratorsTexts) {
 
     const std::string utf8 =
         "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character";
-    for (const std::string bad : {"\xff", "a\x80", "\xc3", "\xe2\x82", "\xc3(", "\xc0\xaf",
-                                  "\xed\xa0\x80", "\xf4\x90\x80\x80"}) {
+    for (const std::string bad :
+         {"\xff", "a\x80", "\xc3", "\xe2\x82", "\xc3(", "\xc0\xaf", "\xed\xa0\x80",
+          "\xf4\x90\x80\x80", "\xf8\x90\x80\x80", "\xfc\x80\x90\x80\x80\x80"}) {
         EXPECT_EQ(outOfRangeText([&] { utf8ToCodePoints(bad); }), utf8) << bad;
     }
     EXPECT_EQ(outOfRangeText([] { utf8OctetsToCodePoints(std::wstring{0xC3}); }), utf8);
@@ -86,6 +87,7 @@ TEST(UnicodeTest, ValidateRepairsOnlyBrokenBytes) {
         {"a\xc3", true, "a%C3"},         // cut short at the end
         {"\xe2\x82(", true, "%E2%82("},  // broken, then resumes
         {"\xfe\xff", true, "%FE%FF"},
+        {"\xf8\x90\x80\x80", true, "%F8%90%80%80"},  // Boost alone would read U+10000
         {"\xf8\x88\x80\x80\x80\xff", true, "\xf8\x88\x80\x80\x80%FF"},   // five-byte form kept
         {"\xfc\x84\x80\x80\x80\x80", true, "\xfc\x84\x80\x80\x80\x80"},  // six-byte form kept
         {"\xc0\xaf", true, "\xc0\xaf"},  // overlong: refused by the decoder, kept by shape
