@@ -23,6 +23,10 @@ struct IRIAccess {
     }
     static void* storage(IRI& iri) noexcept { return iri.storage_; }
 
+    /// Makes `value` forget that its text is current, so that its serialisations are assembled
+    /// from the components, as for a value built from components.
+    static void assembleFromParts(Impl& value) noexcept { value.textIsCurrent.store(false); }
+
     /// An IRI holding `value`.
     static IRI fromImpl(Impl&& value) {
         IRI result;

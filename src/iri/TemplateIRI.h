@@ -18,6 +18,8 @@
 
 namespace foundation::network::iri::detail {
 
+struct IRIAccess;
+
 /// An IRI over a string of code points (instantiated for std::wstring). Const members may run
 /// from several threads at once: the serialisation caches are guarded by `mutex`, each
 /// component's derived forms by the component's own mutex, and the flags read outside locks
@@ -130,6 +132,8 @@ public:
     String getMinimalRelativePath() const;
 
 private:
+    friend struct IRIAccess;
+
     void buildFromArgs(const ArgsBase<String>& args);
     void buildScheme(const ArgsBase<String>& args);
     void buildUserInfo(const ArgsBase<String>& args);

@@ -12,5 +12,6 @@ struct Command {
 };
 
 int runParse(int argc, char** argv);
+int runIri(int argc, char** argv);
 
 }  // namespace fnet

@@ -16,6 +16,7 @@ constexpr Command kCommands[] = {
          return kExitOk;
      }},
     {"parse", "check IRI references and show their seven components", runParse},
+    {"iri", "parse IRIs and show every component in every Encoding and serialisation", runIri},
 };
 
 void printHelp(std::ostream& out) {
