@@ -13,5 +13,9 @@ struct Command {
 
 int runParse(int argc, char** argv);
 int runIri(int argc, char** argv);
+int runResolve(int argc, char** argv);
+int runRelativize(int argc, char** argv);
+int runBuild(int argc, char** argv);
+int runCompare(int argc, char** argv);
 
 }  // namespace fnet

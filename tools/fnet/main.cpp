@@ -17,6 +17,10 @@ constexpr Command kCommands[] = {
      }},
     {"parse", "check IRI references and show their seven components", runParse},
     {"iri", "parse IRIs and show every component in every Encoding and serialisation", runIri},
+    {"resolve", "resolve references against a base IRI", runResolve},
+    {"relativize", "write IRIs relative to a base IRI", runRelativize},
+    {"build", "build an IRI from separately given components", runBuild},
+    {"compare", "compare pairs of IRIs: equal, less, hashes", runCompare},
 };
 
 void printHelp(std::ostream& out) {
