@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <optional>
-#include <regex>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -20,6 +19,17 @@ using foundation::network::iri::detail::utf8ToCodePoints;
 std::u16string u16(const std::string& utf8) { return codePointsToUtf16(utf8ToCodePoints(utf8)); }
 
 std::string narrow(const std::u16string& text) { return {text.begin(), text.end()}; }
+
+// Whether the text has an authority ending in ":", an empty port.
+bool hasEmptyPort(const std::string& text) {
+    const auto start = text.find("//");
+    if (start == std::string::npos) {
+        return false;
+    }
+    const auto end = text.find_first_of("/?#", start + 2);
+    const std::string authority = text.substr(start + 2, end - (start + 2));
+    return !authority.empty() && authority.back() == ':';
+}
 
 std::string resolve(const std::string& base, const std::string& reference) {
     return narrow(IRI(u16(reference)).resolveAgainst(IRI(u16(base))).toString(false));
@@ -173,7 +183,6 @@ TEST(ResolutionTest, LongPathsResolve) {
 TEST(ResolutionTest, CorpusTargetsParseAgainToEqualValues) {
     const auto lines = fntest::readLines("refs.tsv");
     ASSERT_FALSE(lines.empty());
-    const std::regex emptyPort("//[^/?#]*:([/?#]|$)");
     std::size_t resolved = 0;
     for (const auto& line : lines) {
         const auto tab = line.find('\t');
@@ -184,7 +193,8 @@ TEST(ResolutionTest, CorpusTargetsParseAgainToEqualValues) {
             base.emplace(u16(line.substr(0, tab)));
             reference.emplace(u16(line.substr(tab + 1)));
         } catch (const std::logic_error&) {
-            EXPECT_TRUE(std::regex_search(line, emptyPort)) << line;
+            EXPECT_TRUE(hasEmptyPort(line.substr(0, tab)) || hasEmptyPort(line.substr(tab + 1)))
+                << line;
             continue;
         }
         const IRI target = reference->resolveAgainst(*base);
