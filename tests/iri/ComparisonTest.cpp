@@ -162,10 +162,20 @@ TEST(ComparisonTest, UnorderedContainers) {
     }
 }
 
-// Several threads hash and compare one fresh value at once: one computation, one answer.
+// Several threads hash and compare one fresh value at once: one computation, one answer; also
+// for a value whose hash was computed, then cleared and assigned anew.
 TEST(ComparisonTest, ConcurrentHashAndEquality) {
     for (int round = 0; round < 20; ++round) {
-        const IRI shared(u"s://h/p/" + std::u16string(static_cast<std::size_t>(round) + 1, u'x'));
+        const std::u16string text =
+            u"s://h/p/" + std::u16string(static_cast<std::size_t>(round) + 1, u'x');
+        IRI shared(text);
+        if (round % 2 == 1) {
+            // A value whose once-flag already fired for an earlier value.
+            shared = IRI(u"s://h/earlier");
+            (void)shared.hashValue();
+            shared.clear();
+            shared = IRI(text);
+        }
         const IRI parsedTwin(shared.toString());
         const IRI resolvedTwin = IRI(shared.getPath(foundation::network::iri::Encoding(1)))
                                      .resolveAgainst(IRI(u"s://h/"));
