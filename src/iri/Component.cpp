@@ -113,11 +113,14 @@ void Component::setOptions(const ComponentOptions& options) {
 }
 
 void Component::dropDerived() {
-    std::lock_guard<std::mutex> lock(mutex_);
     std::uint8_t keep = 0;
     if (given_ >= 1 && given_ <= 3) {
         keep = static_cast<std::uint8_t>(1u << (given_ - 1));
     }
+    if (filled_.load(std::memory_order_acquire) == keep) {
+        return;  // nothing derived yet
+    }
+    std::lock_guard<std::mutex> lock(mutex_);
     for (unsigned i = 0; i < 3; ++i) {
         if ((keep & (1u << i)) == 0) {
             forms_[i].clear();

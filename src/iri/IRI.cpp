@@ -9,9 +9,13 @@ namespace foundation::network {
 
 using iri::detail::IRIAccess;
 
-IRI::IRI() noexcept { ::new (IRIAccess::storage(*this)) IRIAccess::Impl(); }
+IRI::IRI() noexcept {
+    ::new (IRIAccess::storage(*this)) IRIAccess::Impl();
+}
 
-IRI::IRI(const std::u16string& text) { ::new (IRIAccess::storage(*this)) IRIAccess::Impl(text); }
+IRI::IRI(const std::u16string& text) {
+    ::new (IRIAccess::storage(*this)) IRIAccess::Impl(text);
+}
 
 IRI::IRI(const IRI& other) {
     ::new (IRIAccess::storage(*this)) IRIAccess::Impl(IRIAccess::impl(other));
@@ -35,7 +39,9 @@ IRI& IRI::operator=(IRI&& other) noexcept {
     return *this;
 }
 
-IRI::~IRI() { IRIAccess::impl(*this).~TemplateIRI(); }
+IRI::~IRI() {
+    IRIAccess::impl(*this).~TemplateIRI();
+}
 
 void IRI::swap(IRI& other) noexcept {
     if (this != &other) {
@@ -43,23 +49,53 @@ void IRI::swap(IRI& other) noexcept {
     }
 }
 
-void IRI::clear() noexcept { IRIAccess::impl(*this).clear(); }
+void IRI::clear() noexcept {
+    IRIAccess::impl(*this).clear();
+}
 
-bool IRI::isEmpty() const noexcept { return IRIAccess::impl(*this).isEmpty(); }
-bool IRI::hasScheme() const noexcept { return IRIAccess::impl(*this).hasScheme(); }
-bool IRI::hasAuthority() const noexcept { return IRIAccess::impl(*this).hasAuthority(); }
-bool IRI::hasUserInfo() const noexcept { return IRIAccess::impl(*this).hasUserInfo(); }
-bool IRI::hasHost() const noexcept { return IRIAccess::impl(*this).hasHost(); }
-bool IRI::hasPort() const noexcept { return IRIAccess::impl(*this).hasPort(); }
-bool IRI::hasQuery() const noexcept { return IRIAccess::impl(*this).hasQuery(); }
-bool IRI::hasFragment() const noexcept { return IRIAccess::impl(*this).hasFragment(); }
-bool IRI::hasAbsolutePath() const noexcept { return IRIAccess::impl(*this).hasAbsolutePath(); }
-bool IRI::isAbsolute() const noexcept { return IRIAccess::impl(*this).isAbsolute(); }
-bool IRI::isOpaque() const noexcept { return IRIAccess::impl(*this).isOpaque(); }
+bool IRI::isEmpty() const noexcept {
+    return IRIAccess::impl(*this).isEmpty();
+}
+bool IRI::hasScheme() const noexcept {
+    return IRIAccess::impl(*this).hasScheme();
+}
+bool IRI::hasAuthority() const noexcept {
+    return IRIAccess::impl(*this).hasAuthority();
+}
+bool IRI::hasUserInfo() const noexcept {
+    return IRIAccess::impl(*this).hasUserInfo();
+}
+bool IRI::hasHost() const noexcept {
+    return IRIAccess::impl(*this).hasHost();
+}
+bool IRI::hasPort() const noexcept {
+    return IRIAccess::impl(*this).hasPort();
+}
+bool IRI::hasQuery() const noexcept {
+    return IRIAccess::impl(*this).hasQuery();
+}
+bool IRI::hasFragment() const noexcept {
+    return IRIAccess::impl(*this).hasFragment();
+}
+bool IRI::hasAbsolutePath() const noexcept {
+    return IRIAccess::impl(*this).hasAbsolutePath();
+}
+bool IRI::isAbsolute() const noexcept {
+    return IRIAccess::impl(*this).isAbsolute();
+}
+bool IRI::isOpaque() const noexcept {
+    return IRIAccess::impl(*this).isOpaque();
+}
 
-std::u16string IRI::getScheme() const { return IRIAccess::impl(*this).getScheme(); }
-std::u16string IRI::getPort() const { return IRIAccess::impl(*this).getPort(); }
-std::uint16_t IRI::getPortNumber() const { return IRIAccess::impl(*this).getPortNumber(); }
+std::u16string IRI::getScheme() const {
+    return IRIAccess::impl(*this).getScheme();
+}
+std::u16string IRI::getPort() const {
+    return IRIAccess::impl(*this).getPort();
+}
+std::uint16_t IRI::getPortNumber() const {
+    return IRIAccess::impl(*this).getPortNumber();
+}
 
 std::u16string IRI::getUserInfo(const iri::Encoding& encoding) const {
     return IRIAccess::impl(*this).getUserInfo(encoding);
@@ -83,7 +119,9 @@ std::u16string IRI::getSchemeSpecificPart(const iri::Encoding& encoding) const {
     return IRIAccess::impl(*this).getSchemeSpecificPart(encoding);
 }
 
-std::u16string IRI::toString(bool strict) const { return IRIAccess::impl(*this).toString(strict); }
+std::u16string IRI::toString(bool strict) const {
+    return IRIAccess::impl(*this).toString(strict);
+}
 std::u16string IRI::toAsciiString(bool strict) const {
     return IRIAccess::impl(*this).toAsciiString(strict);
 }

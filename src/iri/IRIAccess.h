@@ -14,10 +14,14 @@ namespace foundation::network::iri::detail {
 struct IRIAccess {
     using Impl = TemplateIRI<std::wstring>;
 
-    static_assert(sizeof(Impl) == IRI::kStorageSize, "IRI::kStorageSize must match the implementation");
-    static_assert(alignof(Impl) == IRI::kStorageAlign, "IRI::kStorageAlign must match the implementation");
+    static_assert(sizeof(Impl) == IRI::kStorageSize,
+                  "IRI::kStorageSize must match the implementation");
+    static_assert(alignof(Impl) == IRI::kStorageAlign,
+                  "IRI::kStorageAlign must match the implementation");
 
-    static Impl& impl(IRI& iri) noexcept { return *std::launder(reinterpret_cast<Impl*>(iri.storage_)); }
+    static Impl& impl(IRI& iri) noexcept {
+        return *std::launder(reinterpret_cast<Impl*>(iri.storage_));
+    }
     static const Impl& impl(const IRI& iri) noexcept {
         return *std::launder(reinterpret_cast<const Impl*>(iri.storage_));
     }

@@ -10,11 +10,14 @@ namespace foundation::network::iri::detail {
 
 Form formOf(const Encoding& encoding) {
     switch (encoding.value()) {
-        case 0: return Form::Decoded;
+        case 0:
+            return Form::Decoded;
         case 1:
-        case 2: return Form::Iri;
+        case 2:
+            return Form::Iri;
         case 3:
-        case 4: return Form::Uri;
+        case 4:
+            return Form::Uri;
         default:
             throw core::except::detail::AnonymousInternalException<std::invalid_argument>(
                 "Unknown Encoding");
@@ -39,7 +42,9 @@ const std::wstring& read(const std::optional<Component>& slot, const Encoding& e
 
 }  // namespace
 
-StringParts::StringParts() noexcept { bindSlots(); }
+StringParts::StringParts() noexcept {
+    bindSlots();
+}
 
 StringParts::StringParts(const StringParts& other)
     : userInfo(other.userInfo),
@@ -86,7 +91,9 @@ void StringParts::swap(StringParts& other) noexcept {
     std::swap(empty, other.empty);
 }
 
-void StringParts::bindSlots() noexcept { slots = {&fragment, &query, &path, &host, &userInfo}; }
+void StringParts::bindSlots() noexcept {
+    slots = {&fragment, &query, &path, &host, &userInfo};
+}
 
 const std::wstring& StringParts::getUserInfo(const Encoding& encoding) const {
     return read(userInfo, encoding, ": UserInfo");

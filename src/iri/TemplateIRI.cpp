@@ -21,7 +21,34 @@ constexpr Encoding kIriForm(1);
     throw AnonymousInternalException<std::logic_error>("IRI parsing failed");
 }
 
-bool isStrict(const Encoding& encoding) { return encoding.value() == 2 || encoding.value() == 4; }
+bool isStrict(const Encoding& encoding) {
+    return encoding.value() == 2 || encoding.value() == 4;
+}
+
+// Text without surrogates converts unit for unit; anything else goes through the checked
+// conversions, which also give the errors their texts. These short cuts keep the common case
+// off the general converters.
+std::wstring toCodePoints(const std::u16string& utf16) {
+    for (const char16_t unit : utf16) {
+        if (unit >= 0xD800 && unit <= 0xDFFF) {
+            return utf16ToCodePoints(utf16);
+        }
+    }
+    return std::wstring(utf16.begin(), utf16.end());
+}
+
+std::u16string toUtf16(const std::wstring& codePoints) {
+    for (const wchar_t c : codePoints) {
+        if (c < 0 || (c >= 0xD800 && c <= 0xDFFF) || c > 0xFFFF) {
+            return codePointsToUtf16(codePoints);
+        }
+    }
+    std::u16string utf16(codePoints.size(), u'\0');
+    for (std::size_t i = 0; i < codePoints.size(); ++i) {
+        utf16[i] = static_cast<char16_t>(codePoints[i]);
+    }
+    return utf16;
+}
 
 // Cache entry of each Encoding.
 constexpr std::size_t kCacheEntry[5] = {0, 1, 3, 2, 4};
@@ -32,7 +59,7 @@ template <class String>
 TemplateIRI<String>::TemplateIRI() noexcept = default;
 
 template <class String>
-TemplateIRI<String>::TemplateIRI(const std::u16string& utf16) : text(utf16ToCodePoints(utf16)) {
+TemplateIRI<String>::TemplateIRI(const std::u16string& utf16) : text(toCodePoints(utf16)) {
     parse();
 }
 
@@ -98,7 +125,10 @@ TemplateIRI<String>::TemplateIRI(TemplateIRI&& other, const std::lock_guard<std:
       queryOption(other.queryOption),
       hashKnown(other.hashKnown.load()),
       hash(other.hash),
-      cache(std::move(other.cache)) {}
+      cache(std::move(other.cache)) {
+    // The source stays a consistent (empty) value rather than one with flags but no text.
+    other.clearFields();
+}
 
 template <class String>
 TemplateIRI<String>& TemplateIRI<String>::operator=(const TemplateIRI& other) {
@@ -233,7 +263,7 @@ void TemplateIRI<String>::parse() {
     if (schemePresent) {
         const Range range = schemeRange(found);
         scheme.assign(range.first, range.second);
-        schemeUtf16 = codePointsToUtf16(scheme);
+        schemeUtf16 = toUtf16(scheme);
     }
     if (portPresent) {
         const Range range = portRange(found);
@@ -243,7 +273,7 @@ void TemplateIRI<String>::parse() {
             throwParsingFailed();
         }
         portNumber = number;
-        portUtf16 = codePointsToUtf16(portText);
+        portUtf16 = toUtf16(portText);
         port = std::move(portText);
     }
     pathHasDotSegments = containsDotSegments(parts.getPath(kIriForm));
@@ -325,9 +355,9 @@ std::u16string TemplateIRI<String>::readComponent(Getter getter, const Encoding&
     try {
         const String& value = (parts.*getter)(encoding);
         if (repair && isStrict(encoding)) {
-            return codePointsToUtf16(repairPercents(value, escapeBrackets));
+            return toUtf16(repairPercents(value, escapeBrackets));
         }
-        return codePointsToUtf16(value);
+        return toUtf16(value);
     } catch (const std::runtime_error& e) {
         throw AnonymousInternalException<std::runtime_error>(e.what());
     }
@@ -379,7 +409,7 @@ String TemplateIRI<String>::getNativeAuthority(const Encoding& encoding) const {
 
 template <class String>
 std::u16string TemplateIRI<String>::getAuthority(const Encoding& encoding) const {
-    return codePointsToUtf16(getNativeAuthority(encoding));
+    return toUtf16(getNativeAuthority(encoding));
 }
 
 template <class String>
@@ -407,7 +437,7 @@ String TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const {
 
 template <class String>
 std::u16string TemplateIRI<String>::getSchemeSpecificPart(const Encoding& encoding) const {
-    return codePointsToUtf16(getNativeSsp(encoding));
+    return toUtf16(getNativeSsp(encoding));
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -434,7 +464,8 @@ const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encod
 
     // Built outside the lock: two threads may build the same entry, the first store wins.
     const bool strict = isStrict(encoding);
-    const String authority = authorityPresent ? getNativeAuthority(Encoding(strict ? value - 1 : value)) : String();
+    const String authority =
+        authorityPresent ? getNativeAuthority(Encoding(strict ? value - 1 : value)) : String();
     const String* path = nullptr;
     const String* query = nullptr;
     const String* fragment = nullptr;
@@ -446,9 +477,9 @@ const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encod
         throw AnonymousInternalException<std::runtime_error>(e.what());
     }
 
-    const std::size_t length = (schemePresent ? scheme.size() + 1 : 0) +
-                               (authorityPresent ? authority.size() + 2 : 0) + path->size() +
-                               (query ? query->size() + 1 : 0) + (fragment ? fragment->size() + 1 : 0);
+    const std::size_t length =
+        (schemePresent ? scheme.size() + 1 : 0) + (authorityPresent ? authority.size() + 2 : 0) +
+        path->size() + (query ? query->size() + 1 : 0) + (fragment ? fragment->size() + 1 : 0);
     String plain;
     plain.reserve(length);
     String repaired;
@@ -500,7 +531,7 @@ const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encod
 
 template <class String>
 std::u16string TemplateIRI<String>::toStringFromParts(const Encoding& encoding) const {
-    return codePointsToUtf16(toNativeStringFromParts(encoding));
+    return toUtf16(toNativeStringFromParts(encoding));
 }
 
 template <class String>

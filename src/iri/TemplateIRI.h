@@ -104,13 +104,27 @@ public:
     void setPartFlags(const Parts<String>& found);
     void setStringParts(const Parts<String>& found);
 
-    static Range schemeRange(const Parts<String>& found) { return {found.scheme.first, found.scheme.last}; }
-    static Range userInfoRange(const Parts<String>& found) { return {found.userInfo.first, found.userInfo.last}; }
-    static Range hostRange(const Parts<String>& found) { return {found.host.first, found.host.last}; }
-    static Range portRange(const Parts<String>& found) { return {found.port.first, found.port.last}; }
-    static Range pathRange(const Parts<String>& found) { return {found.path.first, found.path.last}; }
-    static Range queryRange(const Parts<String>& found) { return {found.query.first, found.query.last}; }
-    static Range fragmentRange(const Parts<String>& found) { return {found.fragment.first, found.fragment.last}; }
+    static Range schemeRange(const Parts<String>& found) {
+        return {found.scheme.first, found.scheme.last};
+    }
+    static Range userInfoRange(const Parts<String>& found) {
+        return {found.userInfo.first, found.userInfo.last};
+    }
+    static Range hostRange(const Parts<String>& found) {
+        return {found.host.first, found.host.last};
+    }
+    static Range portRange(const Parts<String>& found) {
+        return {found.port.first, found.port.last};
+    }
+    static Range pathRange(const Parts<String>& found) {
+        return {found.path.first, found.path.last};
+    }
+    static Range queryRange(const Parts<String>& found) {
+        return {found.query.first, found.query.last};
+    }
+    static Range fragmentRange(const Parts<String>& found) {
+        return {found.fragment.first, found.fragment.last};
+    }
 
     // Building from arguments (BuildFromArgs.cpp).
     explicit TemplateIRI(const ArgsBase<String>& args);

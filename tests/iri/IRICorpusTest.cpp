@@ -58,7 +58,8 @@ TEST_P(IRICorpus, SerialisationsRoundTrip) {
         IRIAccess::assembleFromParts(IRIAccess::impl(assembled));
         ASSERT_EQ(assembled.toString(false), text) << line;
         ASSERT_EQ(IRI(iri.toString(true)).toString(true), iri.toString(true)) << line;
-        ASSERT_EQ(IRI(iri.toAsciiString(true)).toAsciiString(true), iri.toAsciiString(true)) << line;
+        ASSERT_EQ(IRI(iri.toAsciiString(true)).toAsciiString(true), iri.toAsciiString(true))
+            << line;
         ++count;
     }
     EXPECT_GT(count, 0u);
@@ -119,9 +120,7 @@ TEST_P(IRICorpus, DecodedComponentsComeBackThroughTheIriForm) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Corpora, IRICorpus, ::testing::Values("urls.txt", "iris.txt"),
-                         [](const auto& info) {
-                             return std::string(info.param).substr(0, 4);
-                         });
+                         [](const auto& info) { return std::string(info.param).substr(0, 4); });
 
 }  // namespace
 }  // namespace foundation::network

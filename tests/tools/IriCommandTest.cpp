@@ -42,26 +42,27 @@ Outcome fnet(const std::string& arguments, const std::string& stdinText = "") {
 TEST(IriCommandTest, JsonCarriesEveryKeyInOrder) {
     const Outcome ok = fnet("iri --json -- 'x://u@[::1]:80/caf\xc3\xa9?q#f%'");
     EXPECT_EQ(ok.status, 0);
-    EXPECT_EQ(
-        ok.out,
-        "{\"input\":\"x://u@[::1]:80/caf\xc3\xa9?q#f%\",\"error\":null,\"empty\":false,"
-        "\"absolute\":true,\"opaque\":false,\"hasAuthority\":true,\"hasAbsolutePath\":true,"
-        "\"scheme\":\"x\",\"port\":\"80\",\"portNumber\":80,"
-        "\"userInfo\":{\"0\":\"u\",\"1\":\"u\",\"2\":\"u\",\"3\":\"u\",\"4\":\"u\"},"
-        "\"host\":{\"0\":\"[::1]\",\"1\":\"[::1]\",\"2\":\"[::1]\",\"3\":\"[::1]\",\"4\":\"[::1]\"},"
-        "\"path\":{\"0\":\"/caf\xc3\xa9\",\"1\":\"/caf\xc3\xa9\",\"2\":\"/caf\xc3\xa9\","
-        "\"3\":\"/caf%C3%A9\",\"4\":\"/caf%C3%A9\"},"
-        "\"query\":{\"0\":\"q\",\"1\":\"q\",\"2\":\"q\",\"3\":\"q\",\"4\":\"q\"},"
-        "\"fragment\":{\"0\":\"f%\",\"1\":\"f%\",\"2\":\"f%25\",\"3\":\"f%\",\"4\":\"f%25\"},"
-        "\"authority\":{\"0\":\"u@[::1]:80\",\"1\":\"u@[::1]:80\",\"2\":\"u@[::1]:80\","
-        "\"3\":\"u@[::1]:80\",\"4\":\"u@[::1]:80\"},"
-        "\"schemeSpecificPart\":{\"0\":\"//u@[::1]:80/caf\xc3\xa9?q\",\"1\":\"//u@[::1]:80/caf\xc3\xa9?q\","
-        "\"2\":\"//u@[::1]:80/caf\xc3\xa9?q\",\"3\":\"//u@[::1]:80/caf%C3%A9?q\","
-        "\"4\":\"//u@[::1]:80/caf%C3%A9?q\"},"
-        "\"toString\":\"x://u@[::1]:80/caf\xc3\xa9?q#f%\","
-        "\"toStringStrict\":\"x://u@[::1]:80/caf\xc3\xa9?q#f%25\","
-        "\"toAsciiString\":\"x://u@[::1]:80/caf%C3%A9?q#f%\","
-        "\"toAsciiStringStrict\":\"x://u@[::1]:80/caf%C3%A9?q#f%25\"}\n");
+    EXPECT_EQ(ok.out,
+              "{\"input\":\"x://u@[::1]:80/caf\xc3\xa9?q#f%\",\"error\":null,\"empty\":false,"
+              "\"absolute\":true,\"opaque\":false,\"hasAuthority\":true,\"hasAbsolutePath\":true,"
+              "\"scheme\":\"x\",\"port\":\"80\",\"portNumber\":80,"
+              "\"userInfo\":{\"0\":\"u\",\"1\":\"u\",\"2\":\"u\",\"3\":\"u\",\"4\":\"u\"},"
+              "\"host\":{\"0\":\"[::1]\",\"1\":\"[::1]\",\"2\":\"[::1]\",\"3\":\"[::1]\",\"4\":\"[:"
+              ":1]\"},"
+              "\"path\":{\"0\":\"/caf\xc3\xa9\",\"1\":\"/caf\xc3\xa9\",\"2\":\"/caf\xc3\xa9\","
+              "\"3\":\"/caf%C3%A9\",\"4\":\"/caf%C3%A9\"},"
+              "\"query\":{\"0\":\"q\",\"1\":\"q\",\"2\":\"q\",\"3\":\"q\",\"4\":\"q\"},"
+              "\"fragment\":{\"0\":\"f%\",\"1\":\"f%\",\"2\":\"f%25\",\"3\":\"f%\",\"4\":\"f%25\"},"
+              "\"authority\":{\"0\":\"u@[::1]:80\",\"1\":\"u@[::1]:80\",\"2\":\"u@[::1]:80\","
+              "\"3\":\"u@[::1]:80\",\"4\":\"u@[::1]:80\"},"
+              "\"schemeSpecificPart\":{\"0\":\"//u@[::1]:80/caf\xc3\xa9?q\",\"1\":\"//u@[::1]:80/"
+              "caf\xc3\xa9?q\","
+              "\"2\":\"//u@[::1]:80/caf\xc3\xa9?q\",\"3\":\"//u@[::1]:80/caf%C3%A9?q\","
+              "\"4\":\"//u@[::1]:80/caf%C3%A9?q\"},"
+              "\"toString\":\"x://u@[::1]:80/caf\xc3\xa9?q#f%\","
+              "\"toStringStrict\":\"x://u@[::1]:80/caf\xc3\xa9?q#f%25\","
+              "\"toAsciiString\":\"x://u@[::1]:80/caf%C3%A9?q#f%\","
+              "\"toAsciiStringStrict\":\"x://u@[::1]:80/caf%C3%A9?q#f%25\"}\n");
 }
 
 TEST(IriCommandTest, FailuresAreReportedAndTheRestAnswered) {

@@ -20,11 +20,12 @@ using foundation::network::IRI;
 using foundation::network::iri::Encoding;
 
 void printLine(const std::string& name, const std::string& value) {
-    std::cout << name << std::string(name.size() < 24 ? 24 - name.size() : 1, ' ') << value
-              << "\n";
+    std::cout << name << std::string(name.size() < 24 ? 24 - name.size() : 1, ' ') << value << "\n";
 }
 
-std::string quoted(const std::u16string& text) { return jsonString(utf16ToUtf8(text)); }
+std::string quoted(const std::u16string& text) {
+    return jsonString(utf16ToUtf8(text));
+}
 
 // A component in Encodings 0, 1 and 3, and in 2 and 4 where the repair changes it.
 template <class Getter>
@@ -55,11 +56,16 @@ void printIri(const std::string& input, const IRI& iri) {
     printLine("input", jsonString(sanitizeUtf8(input)));
     std::string flags;
     const std::pair<bool, const char*> named[] = {
-        {iri.isEmpty(), "empty"},           {iri.isAbsolute(), "absolute"},
-        {iri.isOpaque(), "opaque"},         {iri.hasAuthority(), "has-authority"},
-        {iri.hasAbsolutePath(), "has-absolute-path"}, {iri.hasUserInfo(), "has-user-info"},
-        {iri.hasHost(), "has-host"},        {iri.hasPort(), "has-port"},
-        {iri.hasQuery(), "has-query"},      {iri.hasFragment(), "has-fragment"},
+        {iri.isEmpty(), "empty"},
+        {iri.isAbsolute(), "absolute"},
+        {iri.isOpaque(), "opaque"},
+        {iri.hasAuthority(), "has-authority"},
+        {iri.hasAbsolutePath(), "has-absolute-path"},
+        {iri.hasUserInfo(), "has-user-info"},
+        {iri.hasHost(), "has-host"},
+        {iri.hasPort(), "has-port"},
+        {iri.hasQuery(), "has-query"},
+        {iri.hasFragment(), "has-fragment"},
     };
     for (const auto& [set, name] : named) {
         if (set) {

@@ -13,9 +13,8 @@ namespace {
 using foundation::network::IRI;
 using foundation::network::iri::Encoding;
 
-constexpr const char* kComponentKeys[] = {"userInfo", "host",      "path",
-                                          "query",    "fragment",  "authority",
-                                          "schemeSpecificPart"};
+constexpr const char* kComponentKeys[] = {
+    "userInfo", "host", "path", "query", "fragment", "authority", "schemeSpecificPart"};
 constexpr const char* kSerialisationKeys[] = {"toString", "toStringStrict", "toAsciiString",
                                               "toAsciiStringStrict"};
 
@@ -59,9 +58,8 @@ JsonObject iriJson(const std::string& input, const IRI& iri) {
         object.null("port").null("portNumber");
     }
     const bool hasPath = tryRead([&] { return iri.getPath(Encoding(1)); }).has_value();
-    const bool present[] = {iri.hasUserInfo(),  iri.hasHost(),     hasPath,
-                            iri.hasQuery(),     iri.hasFragment(), iri.hasAuthority(),
-                            iri.hasScheme()};
+    const bool present[] = {iri.hasUserInfo(), iri.hasHost(),      hasPath,        iri.hasQuery(),
+                            iri.hasFragment(), iri.hasAuthority(), iri.hasScheme()};
     const std::function<std::u16string(const Encoding&)> getters[] = {
         [&](const Encoding& e) { return iri.getUserInfo(e); },
         [&](const Encoding& e) { return iri.getHost(e); },

@@ -43,14 +43,17 @@ public:
     /// a port that is not a number from 0 to 65535.
     explicit IRI(const std::u16string& text);
 
-    /// Copies `other` (its cached forms included). Safe while other threads read `other`.
+    /// Copies `other` (its cached forms included). Safe while other threads read `other`;
+    /// throws only std::bad_alloc.
     IRI(const IRI& other);
-    /// Moves `other` into a new IRI; `other` is left valid but unspecified.
+    /// Moves `other` into a new IRI; `other` is left empty.
     IRI(IRI&& other) noexcept;
-    /// Replaces this value by a copy of `other`; self-assignment does nothing.
+    /// Replaces this value by a copy of `other`; self-assignment does nothing. Throws only
+    /// std::bad_alloc (this value is then unchanged).
     IRI& operator=(const IRI& other);
-    /// Replaces this value by `other`'s; self-assignment does nothing.
+    /// Replaces this value by `other`'s, leaving `other` empty; self-assignment does nothing.
     IRI& operator=(IRI&& other) noexcept;
+    /// Destroys the value. Never throws.
     ~IRI();
 
     /// Exchanges the values of this and `other`. Never throws.
@@ -157,7 +160,9 @@ private:
 };
 
 /// Exchanges the values of `a` and `b`. Never throws.
-inline void swap(IRI& a, IRI& b) noexcept { a.swap(b); }
+inline void swap(IRI& a, IRI& b) noexcept {
+    a.swap(b);
+}
 
 /// Writes `iri.toAsciiString(false)` to `out` as ASCII text; an empty IRI writes nothing.
 FOUNDATION_NETWORK_API std::ostream& operator<<(std::ostream& out, const IRI& iri);

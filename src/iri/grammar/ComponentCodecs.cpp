@@ -20,7 +20,11 @@ constexpr AsciiSet kUnreservedAndSubDelims =
 // The ASCII characters each component escapes when written from its decoded form: all that
 // its grammar rule does not take raw, its do-not-decode characters, and "%" itself.
 constexpr AsciiSet escapedAscii(std::wstring_view alsoRaw, std::wstring_view doNotDecode) {
-    return AsciiSet(kUnreservedAndSubDelims).add(alsoRaw).remove(doNotDecode).remove(L"%").complement();
+    return AsciiSet(kUnreservedAndSubDelims)
+        .add(alsoRaw)
+        .remove(doNotDecode)
+        .remove(L"%")
+        .complement();
 }
 
 constexpr AsciiSet kUserInfoEscaped = escapedAscii(L":", kUserInfoDoNotDecode);
@@ -36,11 +40,16 @@ bool isScalarValue(wchar_t c) {
 
 // Length a UTF-8 lead byte announces (2 to 6), 0 for a byte that cannot lead.
 std::size_t announcedLength(unsigned char byte) {
-    if ((byte & 0xE0u) == 0xC0u) return 2;
-    if ((byte & 0xF0u) == 0xE0u) return 3;
-    if ((byte & 0xF8u) == 0xF0u) return 4;
-    if ((byte & 0xFCu) == 0xF8u) return 5;
-    if ((byte & 0xFEu) == 0xFCu) return 6;
+    if ((byte & 0xE0u) == 0xC0u)
+        return 2;
+    if ((byte & 0xF0u) == 0xE0u)
+        return 3;
+    if ((byte & 0xF8u) == 0xF0u)
+        return 4;
+    if ((byte & 0xFCu) == 0xF8u)
+        return 5;
+    if ((byte & 0xFEu) == 0xFCu)
+        return 6;
     return 0;
 }
 
@@ -164,11 +173,16 @@ std::wstring octetsToIri(const std::wstring& octets) {
 
 std::wstring_view doNotDecodeSet(ComponentKind kind) {
     switch (kind) {
-        case ComponentKind::UserInfo: return kUserInfoDoNotDecode;
-        case ComponentKind::Host: return kHostDoNotDecode;
-        case ComponentKind::Path: return kPathDoNotDecode;
-        case ComponentKind::Query: return kQueryDoNotDecode;
-        case ComponentKind::Fragment: return kFragmentDoNotDecode;
+        case ComponentKind::UserInfo:
+            return kUserInfoDoNotDecode;
+        case ComponentKind::Host:
+            return kHostDoNotDecode;
+        case ComponentKind::Path:
+            return kPathDoNotDecode;
+        case ComponentKind::Query:
+            return kQueryDoNotDecode;
+        case ComponentKind::Fragment:
+            return kFragmentDoNotDecode;
     }
     return {};
 }
@@ -191,12 +205,15 @@ std::wstring decodePercentEscapes(const std::wstring& text, std::wstring_view do
     return utf8BytesToText(checked.bytes);
 }
 
-std::wstring iriToUri(const std::wstring& iri) { return encodeToUri(iri); }
+std::wstring iriToUri(const std::wstring& iri) {
+    return encodeToUri(iri);
+}
 
 std::wstring decodedToIri(ComponentKind kind, const ComponentOptions& options,
                           const std::wstring& decoded) {
     switch (kind) {
-        case ComponentKind::UserInfo: return encodeForIri(decoded, kUserInfoEscaped);
+        case ComponentKind::UserInfo:
+            return encodeForIri(decoded, kUserInfoEscaped);
         case ComponentKind::Host:
             return isIpLiteral(decoded) ? decoded : encodeForIri(decoded, kHostEscaped);
         case ComponentKind::Path: {
@@ -206,7 +223,8 @@ std::wstring decodedToIri(ComponentKind kind, const ComponentOptions& options,
         }
         case ComponentKind::Query:
             return options.asOctets ? octetsToIri(decoded) : encodeForIri(decoded, kQueryEscaped);
-        case ComponentKind::Fragment: return encodeForIri(decoded, kFragmentEscaped);
+        case ComponentKind::Fragment:
+            return encodeForIri(decoded, kFragmentEscaped);
     }
     return decoded;
 }

@@ -6,7 +6,8 @@ namespace {
 
 constexpr wchar_t kHexDigits[] = L"0123456789ABCDEF";
 
-constexpr AsciiSet kUnsafeAscii = AsciiSet(L"\"<>\\^`{|}").addRange(0x00, 0x1F).addRange(0x7F, 0x7F);
+constexpr AsciiSet kUnsafeAscii =
+    AsciiSet(L"\"<>\\^`{|}").addRange(0x00, 0x1F).addRange(0x7F, 0x7F);
 
 // Bytes of `codePoint` in the UTF-8 bit layout, extended beyond U+10FFFF (up to six bytes).
 int utf8Bytes(std::uint32_t codePoint, unsigned char (&bytes)[6]) {
@@ -14,11 +15,11 @@ int utf8Bytes(std::uint32_t codePoint, unsigned char (&bytes)[6]) {
         bytes[0] = static_cast<unsigned char>(codePoint);
         return 1;
     }
-    int length = codePoint < 0x800u        ? 2
-                 : codePoint < 0x10000u    ? 3
-                 : codePoint < 0x200000u   ? 4
-                 : codePoint < 0x4000000u  ? 5
-                                           : 6;
+    int length = codePoint < 0x800u       ? 2
+                 : codePoint < 0x10000u   ? 3
+                 : codePoint < 0x200000u  ? 4
+                 : codePoint < 0x4000000u ? 5
+                                          : 6;
     static constexpr unsigned char kLead[7] = {0, 0, 0xC0, 0xE0, 0xF0, 0xF8, 0xFC};
     for (int i = length - 1; i > 0; --i) {
         bytes[i] = static_cast<unsigned char>(0x80u | (codePoint & 0x3Fu));

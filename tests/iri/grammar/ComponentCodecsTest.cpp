@@ -69,15 +69,16 @@ TEST(ComponentCodecs, MalformedEscapesPassThroughUnchanged) {
 
 TEST(ComponentCodecs, BytesThatAreNotUtf8StayEscaped) {
     const std::vector<std::pair<std::wstring, std::wstring>> cases = {
-        {L"a%FFb", L"a%FFb"},                       // never valid
-        {L"%C3", L"%C3"},                           // cut short
-        {L"%C3%A9%C3", L"\u00E9%C3"},               // valid part decoded, the rest kept
-        {L"%ED%A0%80", L"%ED%A0%80"},               // an encoded surrogate
-        {L"%F8%88%80%80%80x", L"%F8%88%80%80%80x"}, // a five-byte form
-        {L"%ff", L"%FF"},                           // repaired bytes are written upper case
+        {L"a%FFb", L"a%FFb"},                        // never valid
+        {L"%C3", L"%C3"},                            // cut short
+        {L"%C3%A9%C3", L"\u00E9%C3"},                // valid part decoded, the rest kept
+        {L"%ED%A0%80", L"%ED%A0%80"},                // an encoded surrogate
+        {L"%F8%88%80%80%80x", L"%F8%88%80%80%80x"},  // a five-byte form
+        {L"%ff", L"%FF"},                            // repaired bytes are written upper case
     };
     for (const auto& [in, out] : cases) {
-        EXPECT_EQ(iriToDecoded(ComponentKind::Path, {}, in), out) << std::string(in.begin(), in.end());
+        EXPECT_EQ(iriToDecoded(ComponentKind::Path, {}, in), out)
+            << std::string(in.begin(), in.end());
         EXPECT_EQ(uriToIri(ComponentKind::Path, {}, in), out) << std::string(in.begin(), in.end());
     }
 }
@@ -124,7 +125,8 @@ TEST(ComponentCodecs, DecodedToIriEscapesWhatTheComponentCannotHoldRaw) {
 // decode(encodeFromDecoded(x)) == x, for every component and every option, over real text:
 // each corpus line itself and its decoded form taken as decoded component values.
 TEST(ComponentCodecs, DecodedFormsSurviveTheRoundTripOverTheCorpora) {
-    const ComponentOptions optionSets[] = {{}, {true, false, false, false}, {false, true, true, false}};
+    const ComponentOptions optionSets[] = {
+        {}, {true, false, false, false}, {false, true, true, false}};
     std::size_t checked = 0;
     for (const char* corpus : {"urls.txt", "iris.txt"}) {
         for (const std::string& line : fntest::readLines(corpus)) {
