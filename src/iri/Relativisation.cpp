@@ -4,6 +4,7 @@
 //
 // Components are read and stored in their IRI form (Encoding 1), so the target's text is kept
 // exactly as written.
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -23,7 +24,9 @@ constexpr Encoding kIriForm(1);
 
 template <class String>
 bool hasEmptySegment(const String& path) {
-    return path.find(L"//") != String::npos;
+    return std::adjacent_find(path.begin(), path.end(), [](auto left, auto right) {
+               return left == L'/' && right == L'/';
+           }) != path.end();
 }
 
 [[noreturn]] void refuse(const char* message) {
@@ -107,8 +110,23 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         return std::move(t);
     };
 
+    // The scheme-specific parts and authorities are compared component by component rather
+    // than assembled: their delimiters split them unambiguously, so this is the same test.
+    const bool bothAuthorities = a.authorityPresent && b.authorityPresent;
+    const bool sameAuthority =
+        bothAuthorities && a.userInfoPresent == b.userInfoPresent &&
+        (!a.userInfoPresent || a.parts.getUserInfo(kIriForm) == b.parts.getUserInfo(kIriForm)) &&
+        a.parts.getHost(kIriForm) == b.parts.getHost(kIriForm) &&
+        a.portPresent == b.portPresent && (!a.portPresent || a.port == b.port);
+    const bool sameQuery =
+        a.queryPresent == b.queryPresent &&
+        (!a.queryPresent || a.parts.getQuery(kIriForm) == b.parts.getQuery(kIriForm));
+    const String& path = a.parts.getPath(kIriForm);
+    const String& basePath = b.parts.getPath(kIriForm);
+
     // Same resource: only A's fragment remains.
-    if (a.scheme == b.scheme && a.getNativeSsp(kIriForm) == b.getNativeSsp(kIriForm)) {
+    if (a.scheme == b.scheme && a.authorityPresent == b.authorityPresent &&
+        (!a.authorityPresent || sameAuthority) && path == basePath && sameQuery) {
         return finish();
     }
 
@@ -122,9 +140,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
 
     // A's authority (and all that follows it) where the authorities differ.
-    const bool authorityDiffers =
-        a.authorityPresent &&
-        (!b.authorityPresent || a.getNativeAuthority(kIriForm) != b.getNativeAuthority(kIriForm));
+    const bool authorityDiffers = a.authorityPresent && !sameAuthority;
     // An empty path resolves to the base's path, and an empty path without a query to the
     // base's query: A's authority, or else A whole, keeps them from doing so.
     const bool emptyPathNeedsMore =
@@ -136,10 +152,10 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         return a;
     }
     // Only the authority keeps a path beginning "//" from being read as one.
-    const bool pathLooksLikeAuthority = a.parts.getPath(kIriForm).rfind(L"//", 0) == 0;
+    const bool pathLooksLikeAuthority = path.rfind(L"//", 0) == 0;
     if (authorityDiffers || (a.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
         takeAuthority();
-        setPath(a.parts.getPath(kIriForm));
+        setPath(path);
         t.pathHasDotSegments = a.pathHasDotSegments;
         takeQuery();
         return finish();
@@ -158,8 +174,6 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
 
     if (!a.pathEmpty) {
-        const String& path = a.parts.getPath(kIriForm);
-        const String& basePath = b.parts.getPath(kIriForm);
         if (b.pathEmpty) {
             // Against an empty path with an authority, resolution writes "/" and the reference
             // path as it is, dot segments and all.
@@ -182,9 +196,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
     // Equal queries are left to resolution only where the path is empty: a non-empty path
     // drops the base's query.
-    if (a.queryPresent &&
-        (!b.queryPresent || !t.pathEmpty ||
-         a.parts.getQuery(kIriForm) != b.parts.getQuery(kIriForm))) {
+    if (a.queryPresent && (!sameQuery || !t.pathEmpty)) {
         takeQuery();
     }
     return finish();
