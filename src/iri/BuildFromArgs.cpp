@@ -7,6 +7,7 @@
 #include <string>
 
 #include "foundation/core/except/Exception.h"
+#include "iri/StoredPath.h"
 #include "iri/TemplateIRI.h"
 #include "iri/grammar/IriGrammar.h"
 #include "iri/grammar/PathSegments.h"
@@ -154,7 +155,7 @@ void TemplateIRI<String>::toArgs(ArgsBase<String>& args) const {
     if (hostPresent) {
         args.hostFromIri = true;
     }
-    args.path = parts.getPath(kPlainForm);
+    args.path = storedPath(parts, kPlainForm);
     args.pathSet = true;
     args.pathFromIri = true;
     setArgsQuery(args);

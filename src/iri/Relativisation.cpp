@@ -12,6 +12,7 @@
 #include "foundation/core/except/Exception.h"
 #include "iri/PathResolution.h"
 #include "iri/RelativePath.h"
+#include "iri/StoredPath.h"
 #include "iri/TemplateIRI.h"
 #include "iri/grammar/PathSegments.h"
 
@@ -37,14 +38,14 @@ bool hasEmptySegment(const String& path) {
 
 template <class String>
 String TemplateIRI<String>::getMinimalRelativePath() const {
-    return minimalRelativePath(parts.getPath(kIriForm));
+    return minimalRelativePath(storedPath(parts, kIriForm));
 }
 
 template <class String>
 String TemplateIRI<String>::getRelativePath(const TemplateIRI& base) const {
-    const String basePath = removeRelativePathSegments(base.parts.getPath(kIriForm),
+    const String basePath = removeRelativePathSegments(storedPath(base.parts, kIriForm),
                                                        base.absolutePath);
-    const String path = removeRelativePathSegments(parts.getPath(kIriForm), absolutePath);
+    const String path = removeRelativePathSegments(storedPath(parts, kIriForm), absolutePath);
     return relativePath(path, absolutePath, basePath);
 }
 
@@ -121,8 +122,8 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     const bool sameQuery =
         a.queryPresent == b.queryPresent &&
         (!a.queryPresent || a.parts.getQuery(kIriForm) == b.parts.getQuery(kIriForm));
-    const String& path = a.parts.getPath(kIriForm);
-    const String& basePath = b.parts.getPath(kIriForm);
+    const String& path = storedPath(a.parts, kIriForm);
+    const String& basePath = storedPath(b.parts, kIriForm);
 
     // Same resource: only A's fragment remains.
     if (a.scheme == b.scheme && a.authorityPresent == b.authorityPresent &&

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "iri/PathResolution.h"
+#include "iri/StoredPath.h"
 #include "iri/TemplateIRI.h"
 #include "iri/grammar/PathSegments.h"
 
@@ -26,7 +27,7 @@ bool startsWithSlash(const String& s) {
 template <class String>
 String TemplateIRI<String>::resolvePathComponents(std::vector<String>& segments,
                                                   bool absolute) const {
-    resolvePath(parts.getPath(kIriForm), segments, absolute, pathHasDotSegments);
+    resolvePath(storedPath(parts, kIriForm), segments, absolute, pathHasDotSegments);
     return joinSegments(segments);
 }
 
@@ -81,7 +82,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
         }
         takeAuthority(b);
         takeQuery(b);
-        t.parts.setPath(b.parts.getPath(kIriForm), kIriForm);
+        t.parts.setPath(storedPath(b.parts, kIriForm), kIriForm);
         t.pathEmpty = b.pathEmpty;
         t.absolutePath = b.absolutePath;
         t.pathHasDotSegments = b.pathHasDotSegments;
@@ -100,7 +101,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
             return String();
         }
         if (!r.pathHasDotSegments) {
-            return String(r.parts.getPath(kIriForm));
+            return String(storedPath(r.parts, kIriForm));
         }
         std::vector<String> segments;
         return r.resolvePathComponents(segments, absolute);
@@ -117,8 +118,8 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
             path = referencePath();
             takeQuery(r);
         } else {
-            const String& basePath = b.parts.getPath(kIriForm);
-            const String& referenceText = r.parts.getPath(kIriForm);
+            const String& basePath = storedPath(b.parts, kIriForm);
+            const String& referenceText = storedPath(r.parts, kIriForm);
             if (r.pathEmpty) {
                 if (!b.pathEmpty) {
                     path = basePath;

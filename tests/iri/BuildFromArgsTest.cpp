@@ -122,6 +122,10 @@ TEST(BuildFromArgsTest, TakenApartAndBuiltAgain) {
     EXPECT_EQ(rebuilt.getHost(Encoding(0)), u"h\u00e9");
     EXPECT_EQ(rebuilt.getPortNumber(), 8080);
 
+    const IRIArgs none{IRI()};
+    EXPECT_TRUE(none.pathSet && none.path.empty());
+    EXPECT_TRUE(IRI(none).isEmpty());
+
     IRIArgs plain(IRI(u"a/b"));
     EXPECT_FALSE(plain.schemeSet || plain.hostSet || plain.querySet || plain.fragmentSet);
     EXPECT_TRUE(plain.pathSet);

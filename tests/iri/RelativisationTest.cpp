@@ -87,6 +87,13 @@ TEST(RelativisationTest, ResultsResolveBack) {
     }
 }
 
+TEST(RelativisationTest, DefaultConstructedOperands) {
+    EXPECT_TRUE(IRI().makeRelativeTo(IRI()).isEmpty());
+    EXPECT_EQ(IRI(u"a#f").makeRelativeTo(IRI()), IRI(u"a#f"));
+    EXPECT_EQ(IRI(u"s://h/a").makeRelativeTo(IRI()), IRI(u"s://h/a"));
+    EXPECT_THROW((void)IRI().makeRelativeTo(IRI(u"s://h/a")), std::logic_error);
+}
+
 TEST(RelativisationTest, OneDotDotTooFewIsKept) {
     const IRI base(u"s://h/a/b/e/d");
     const IRI target(u"s://h/a/c");

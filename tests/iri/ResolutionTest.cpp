@@ -164,7 +164,11 @@ TEST(ResolutionTest, OperandsUnchangedAndResultConsistent) {
     EXPECT_EQ(target.toAsciiString(false), u"s://h/c#g");
     EXPECT_EQ(target, IRI(u"s://h/c#g"));
     EXPECT_FALSE(IRI(u"t:a").resolveAgainst(base).isEmpty());
+    // A default-constructed value has no stored path at all.
     EXPECT_TRUE(IRI(u"").resolveAgainst(IRI()).isEmpty());
+    EXPECT_EQ(IRI(u"a").resolveAgainst(IRI()), IRI(u"a"));
+    EXPECT_EQ(IRI(u"./a").resolveAgainst(IRI()), IRI(u"a"));
+    EXPECT_EQ(IRI().resolveAgainst(base), IRI(u"s://h/a/b?q"));
 }
 
 TEST(ResolutionTest, LongPathsResolve) {
