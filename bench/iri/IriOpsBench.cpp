@@ -1,6 +1,7 @@
 // Resolution, relativisation, hashing and ordering of IRIs, side by side with Boost.URL and
 // uriparser on the same inputs (refs.tsv pairs, urls.txt).
 #include <benchmark/benchmark.h>
+#include <unistd.h>
 #include <uriparser/Uri.h>
 
 #include <algorithm>
@@ -316,6 +317,9 @@ BENCHMARK(BM_Sort_BoostUrl)->Unit(benchmark::kMillisecond);
 // divided by each peer's (below 1: we are faster).
 class RatioReporter : public benchmark::ConsoleReporter {
 public:
+    // Colours only on a terminal.
+    RatioReporter() : ConsoleReporter(isatty(STDOUT_FILENO) != 0 ? OO_ColorTabular : OO_Tabular) {}
+
     void ReportRuns(const std::vector<Run>& runs) override {
         ConsoleReporter::ReportRuns(runs);
         for (const auto& run : runs) {
