@@ -13,7 +13,6 @@ void assign(std::wstring& field, bool& flag, const std::u16string& value) {
 
 }  // namespace
 
-
 IRIArgs& IRIArgs::setScheme(const std::u16string& value) {
     assign(scheme, schemeSet, value);
     return *this;

@@ -21,11 +21,17 @@ IRI holding(IRIAccess::Impl&& value) noexcept {
 
 }  // namespace
 
-IRI::IRI(const IRIArgs& args) { ::new (IRIAccess::storage(*this)) IRIAccess::Impl(args); }
+IRI::IRI(const IRIArgs& args) {
+    ::new (IRIAccess::storage(*this)) IRIAccess::Impl(args);
+}
 
-void IRI::toArgs(IRIArgs& args) const { IRIAccess::impl(*this).toArgs(args); }
+void IRI::toArgs(IRIArgs& args) const {
+    IRIAccess::impl(*this).toArgs(args);
+}
 
-IRIArgs::IRIArgs(const IRI& iri) { iri.toArgs(*this); }
+IRIArgs::IRIArgs(const IRI& iri) {
+    iri.toArgs(*this);
+}
 
 IRI IRI::resolveAgainst(const IRI& base) const {
     return holding(IRIAccess::impl(*this).doResolve(IRIAccess::impl(base)));
@@ -47,6 +53,8 @@ bool IRI::operator<(const IRI& other) const {
     return IRIAccess::impl(*this) < IRIAccess::impl(other);
 }
 
-std::uint64_t IRI::hashValue() const noexcept { return IRIAccess::impl(*this).hashValue(); }
+std::uint64_t IRI::hashValue() const noexcept {
+    return IRIAccess::impl(*this).hashValue();
+}
 
 }  // namespace foundation::network

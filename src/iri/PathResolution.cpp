@@ -7,9 +7,13 @@
 namespace foundation::network::iri::detail {
 namespace {
 
-bool startsWithSlash(const std::wstring& s) { return !s.empty() && s.front() == L'/'; }
+bool startsWithSlash(const std::wstring& s) {
+    return !s.empty() && s.front() == L'/';
+}
 
-bool isDot(const std::wstring& s) { return s == L"." || s == L".."; }
+bool isDot(const std::wstring& s) {
+    return s == L"." || s == L"..";
+}
 
 // The short cuts of dot removal; true when one applied. They compare whole strings only, so a
 // relative list such as "a" with ".." gives "/" (the short cut does not look at the absolute
@@ -77,10 +81,9 @@ void removeDotSegments(std::deque<std::wstring>& queue, SegmentList& out) {
     }
 }
 
-bool resolvePath(const std::wstring& path, SegmentList& segments, bool absolute,
-                 bool removeDots) {
-    const bool needsSeparator = !segments.empty() && segments.back() != L"/" && !path.empty() &&
-                                path.front() != L'/';
+bool resolvePath(const std::wstring& path, SegmentList& segments, bool absolute, bool removeDots) {
+    const bool needsSeparator =
+        !segments.empty() && segments.back() != L"/" && !path.empty() && path.front() != L'/';
     if (!removeDots) {
         if (needsSeparator) {
             segments.emplace_back(L"/");

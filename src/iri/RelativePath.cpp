@@ -8,7 +8,9 @@
 namespace foundation::network::iri::detail {
 namespace {
 
-bool startsWithSlash(const std::wstring& s) { return !s.empty() && s.front() == L'/'; }
+bool startsWithSlash(const std::wstring& s) {
+    return !s.empty() && s.front() == L'/';
+}
 
 void appendParents(std::wstring& out, std::size_t count) {
     out.reserve(out.size() + 3 * count + 2);

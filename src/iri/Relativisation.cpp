@@ -43,8 +43,8 @@ String TemplateIRI<String>::getMinimalRelativePath() const {
 
 template <class String>
 String TemplateIRI<String>::getRelativePath(const TemplateIRI& base) const {
-    const String basePath = removeRelativePathSegments(storedPath(base.parts, kIriForm),
-                                                       base.absolutePath);
+    const String basePath =
+        removeRelativePathSegments(storedPath(base.parts, kIriForm), base.absolutePath);
     const String path = removeRelativePathSegments(storedPath(parts, kIriForm), absolutePath);
     return relativePath(path, absolutePath, basePath);
 }
@@ -117,8 +117,8 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     const bool sameAuthority =
         bothAuthorities && a.userInfoPresent == b.userInfoPresent &&
         (!a.userInfoPresent || a.parts.getUserInfo(kIriForm) == b.parts.getUserInfo(kIriForm)) &&
-        a.parts.getHost(kIriForm) == b.parts.getHost(kIriForm) &&
-        a.portPresent == b.portPresent && (!a.portPresent || a.port == b.port);
+        a.parts.getHost(kIriForm) == b.parts.getHost(kIriForm) && a.portPresent == b.portPresent &&
+        (!a.portPresent || a.port == b.port);
     const bool sameQuery =
         a.queryPresent == b.queryPresent &&
         (!a.queryPresent || a.parts.getQuery(kIriForm) == b.parts.getQuery(kIriForm));
@@ -154,7 +154,8 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
     // Only the authority keeps a path beginning "//" from being read as one.
     const bool pathLooksLikeAuthority = path.rfind(L"//", 0) == 0;
-    if (authorityDiffers || (a.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
+    if (authorityDiffers ||
+        (a.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
         takeAuthority();
         setPath(path);
         t.pathHasDotSegments = a.pathHasDotSegments;

@@ -197,10 +197,10 @@ void TemplateIRI<String>::finishFlags() {
     }
 }
 
-template std::wstring TemplateIRI<std::wstring>::resolvePathComponents(
-    std::vector<std::wstring>&, bool) const;
+template std::wstring TemplateIRI<std::wstring>::resolvePathComponents(std::vector<std::wstring>&,
+                                                                       bool) const;
 template std::wstring TemplateIRI<std::wstring>::removeRelativePathSegments(const std::wstring&,
-                                                                           bool) const;
+                                                                            bool) const;
 template TemplateIRI<std::wstring> TemplateIRI<std::wstring>::doResolve(const TemplateIRI&) const;
 template void TemplateIRI<std::wstring>::finishFlags();
 

@@ -14,7 +14,9 @@ using foundation::network::IRI;
 using foundation::network::IRIArgs;
 using foundation::network::iri::Encoding;
 
-std::string narrow(const std::u16string& text) { return {text.begin(), text.end()}; }
+std::string narrow(const std::u16string& text) {
+    return {text.begin(), text.end()};
+}
 
 std::string refusal(const IRIArgs& args) {
     try {
@@ -115,8 +117,8 @@ TEST(BuildFromArgsTest, TakenApartAndBuiltAgain) {
     EXPECT_EQ(args.path, L"/a b/c");
     EXPECT_EQ(args.query, L"x=&");
     EXPECT_EQ(args.fragment, L"f#");
-    EXPECT_TRUE(args.userInfoFromIri && args.hostFromIri && args.pathFromIri &&
-                args.queryFromIri && args.fragmentFromIri);
+    EXPECT_TRUE(args.userInfoFromIri && args.hostFromIri && args.pathFromIri && args.queryFromIri &&
+                args.fragmentFromIri);
     const IRI rebuilt(args);
     EXPECT_EQ(IRIArgs(rebuilt).path, args.path);
     EXPECT_EQ(rebuilt.getHost(Encoding(0)), u"h\u00e9");

@@ -22,9 +22,13 @@ using foundation::network::IRIArgs;
 using foundation::network::iri::detail::codePointsToUtf16;
 using foundation::network::iri::detail::utf8ToCodePoints;
 
-std::u16string u16(const std::string& utf8) { return codePointsToUtf16(utf8ToCodePoints(utf8)); }
+std::u16string u16(const std::string& utf8) {
+    return codePointsToUtf16(utf8ToCodePoints(utf8));
+}
 
-std::string narrow(const std::u16string& text) { return {text.begin(), text.end()}; }
+std::string narrow(const std::u16string& text) {
+    return {text.begin(), text.end()};
+}
 
 void expectEqual(const IRI& a, const IRI& b) {
     EXPECT_TRUE(a == b) << "'" << narrow(a.toString()) << "'";
@@ -78,7 +82,7 @@ TEST(ComparisonTest, ParsedEqualsBuilt) {
 }
 
 TEST(ComparisonTest, OrderIsTextOrder) {
-    const std::vector<std::u16string> texts = {u"s://h/b", u"s://h/a", u"s://h/a/", u"a",
+    const std::vector<std::u16string> texts = {u"s://h/b",      u"s://h/a", u"s://h/a/", u"a",
                                                u"s://h/\u00e9", u"s://h/z", u""};
     std::vector<IRI> values;
     for (const auto& text : texts) {

@@ -16,7 +16,9 @@ using foundation::network::iri::detail::resolvePath;
 using foundation::network::iri::detail::SegmentList;
 using foundation::network::iri::detail::splitPathIntoSegments;
 
-std::string narrow(const std::wstring& text) { return {text.begin(), text.end()}; }
+std::string narrow(const std::wstring& text) {
+    return {text.begin(), text.end()};
+}
 
 struct ResolveCase {
     SegmentList list;
@@ -68,9 +70,9 @@ TEST(ResolvePathTest, AppendsAndRemovesDotsSegmentBySegment) {
     for (const auto& c : cases) {
         SegmentList list = c.list;
         EXPECT_TRUE(resolvePath(c.path, list, c.absolute, c.removeDots));
-        EXPECT_EQ(list, c.expected) << "path '" << narrow(c.path) << "' onto '"
-                                    << narrow(joinSegments(c.list)) << "' absolute "
-                                    << c.absolute << " removeDots " << c.removeDots;
+        EXPECT_EQ(list, c.expected)
+            << "path '" << narrow(c.path) << "' onto '" << narrow(joinSegments(c.list))
+            << "' absolute " << c.absolute << " removeDots " << c.removeDots;
     }
 }
 

@@ -21,9 +21,13 @@ using foundation::network::iri::detail::containsDotSegments;
 using foundation::network::iri::detail::utf16ToCodePoints;
 using foundation::network::iri::detail::utf8ToCodePoints;
 
-std::u16string u16(const std::string& utf8) { return codePointsToUtf16(utf8ToCodePoints(utf8)); }
+std::u16string u16(const std::string& utf8) {
+    return codePointsToUtf16(utf8ToCodePoints(utf8));
+}
 
-std::string narrow(const std::u16string& text) { return {text.begin(), text.end()}; }
+std::string narrow(const std::u16string& text) {
+    return {text.begin(), text.end()};
+}
 
 struct Case {
     std::string target;
@@ -173,8 +177,8 @@ TEST(RelativisationTest, CorpusPairsRoundTrip) {
     std::size_t unreachable = 0;
     for (const auto& [key, group] : bySchemeAndAuthority) {
         for (std::size_t i = 0; i + 1 < group.size(); ++i) {
-            for (const auto& [target, base] : {std::pair{&group[i], &group[i + 1]},
-                                               std::pair{&group[i + 1], &group[i]}}) {
+            for (const auto& [target, base] :
+                 {std::pair{&group[i], &group[i + 1]}, std::pair{&group[i + 1], &group[i]}}) {
                 if (containsDotSegments(utf16ToCodePoints(target->getPath(iri1))) &&
                     !base->getPath(iri1).empty()) {
                     ++unreachable;
@@ -188,13 +192,12 @@ TEST(RelativisationTest, CorpusPairsRoundTrip) {
                 }
                 const std::u16string text = relative.toString(false);
                 const std::u16string basePath = base->getPath(iri1);
-                const bool oneTooFew =
-                    text.rfind(u"..", 0) == 0 && !basePath.empty() && basePath.back() != u'/' &&
-                    IRI(u"../" + text).resolveAgainst(*base) == *target;
+                const bool oneTooFew = text.rfind(u"..", 0) == 0 && !basePath.empty() &&
+                                       basePath.back() != u'/' &&
+                                       IRI(u"../" + text).resolveAgainst(*base) == *target;
                 EXPECT_TRUE(oneTooFew) << narrow(target->toString(false)) << " against "
-                                       << narrow(base->toString(false)) << " gave "
-                                       << narrow(text) << ", resolving to "
-                                       << narrow(back.toString(false));
+                                       << narrow(base->toString(false)) << " gave " << narrow(text)
+                                       << ", resolving to " << narrow(back.toString(false));
                 kept += oneTooFew ? 1 : 0;
             }
         }

@@ -16,9 +16,13 @@ using foundation::network::IRI;
 using foundation::network::iri::detail::codePointsToUtf16;
 using foundation::network::iri::detail::utf8ToCodePoints;
 
-std::u16string u16(const std::string& utf8) { return codePointsToUtf16(utf8ToCodePoints(utf8)); }
+std::u16string u16(const std::string& utf8) {
+    return codePointsToUtf16(utf8ToCodePoints(utf8));
+}
 
-std::string narrow(const std::u16string& text) { return {text.begin(), text.end()}; }
+std::string narrow(const std::u16string& text) {
+    return {text.begin(), text.end()};
+}
 
 // Whether the text has an authority ending in ":", an empty port.
 bool hasEmptyPort(const std::string& text) {
@@ -144,8 +148,7 @@ TEST(ResolutionTest, TextPassesThroughUnchanged) {
         {"http://例え.jp/パス/a", "../ファイル?問=い#断片", "http://例え.jp/ファイル?問=い#断片"},
     };
     for (const auto& [base, reference, target] : cases) {
-        EXPECT_EQ(IRI(u16(reference)).resolveAgainst(IRI(u16(base))).toString(false),
-                  u16(target))
+        EXPECT_EQ(IRI(u16(reference)).resolveAgainst(IRI(u16(base))).toString(false), u16(target))
             << "'" << reference << "' against '" << base << "'";
     }
 }

@@ -46,8 +46,7 @@ TEST(IriOpsCommandsTest, Resolve) {
     EXPECT_EQ(plain.out,
               "http://a/b/c/g\nhttp://a/b/g\nhttp://a/b/c/d;p?q\nhttp://a/b/c/d;p?y\n"
               "http://a/b/c/d;p?q#s\n");
-    EXPECT_EQ(fnet("resolve --ascii 'http://h/\xc3\xa4/' x%2F").out,
-              "http://h/%C3%A4/x%2F\n");
+    EXPECT_EQ(fnet("resolve --ascii 'http://h/\xc3\xa4/' x%2F").out, "http://h/%C3%A4/x%2F\n");
     const Outcome json = fnet("resolve --json -- 'http://h/a' ':x' 'b'");
     EXPECT_EQ(json.status, 1);
     EXPECT_EQ(json.out,
@@ -79,8 +78,8 @@ TEST(IriOpsCommandsTest, Relativize) {
 }
 
 TEST(IriOpsCommandsTest, Build) {
-    const Outcome json = fnet(
-        "build --json --scheme http --host '[::1]' --port 8080 --path '/a b' --query q");
+    const Outcome json =
+        fnet("build --json --scheme http --host '[::1]' --port 8080 --path '/a b' --query q");
     EXPECT_EQ(json.status, 0);
     EXPECT_NE(json.out.find("\"error\":null"), std::string::npos);
     EXPECT_NE(json.out.find("\"toString\":\"http://[::1]:8080/a%20b?q\""), std::string::npos);

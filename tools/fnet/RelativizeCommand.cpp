@@ -51,9 +51,9 @@ int runRelativize(int argc, char** argv) {
         }
         if (cli.json()) {
             JsonObject json;
-            json.text("base", baseText).text("iri", iriText).optionalText("relative",
-                                                                          relative ? &*relative
-                                                                                   : nullptr);
+            json.text("base", baseText)
+                .text("iri", iriText)
+                .optionalText("relative", relative ? &*relative : nullptr);
             if (relative) {
                 json.boolean("roundTrip", roundTrip).null("error");
             } else {

@@ -139,9 +139,10 @@ public:
     /// scheme|authority|path|query but this does not". Does not block.
     IRI makeRelativeTo(const IRI& base) const;
 
-    /// Equal scheme, port number and text (Encoding 1). Never throws.
+    /// Equal scheme, port number and text (Encoding 1). Does not block; throws nothing but
+    /// allocation failures.
     bool operator==(const IRI& other) const;
-    /// The negation of `operator==`. Never throws.
+    /// The negation of `operator==`, step by step. Does not block.
     bool operator!=(const IRI& other) const;
     /// Text order of the serialisations (code point by code point). Does not block.
     bool operator<(const IRI& other) const;
