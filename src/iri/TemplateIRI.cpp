@@ -142,8 +142,13 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(const TemplateIRI& other) {
         }
         return *this;
     }
+    // The once-flag of a value that was hashed never fires again: keep a hash for the new value.
+    const bool keepHash = hashKnown.load() && !other.hashKnown.load();
     TemplateIRI copy(other);
     swap(copy);
+    if (keepHash) {
+        generateHash();
+    }
     return *this;
 }
 
@@ -159,8 +164,12 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other) noexcep
         }
         return *this;
     }
+    const bool keepHash = hashKnown.load() && !other.hashKnown.load();
     TemplateIRI moved(std::move(other));
     swap(moved);
+    if (keepHash) {
+        generateHash();
+    }
     return *this;
 }
 

@@ -9,8 +9,10 @@
 #include <mutex>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "foundation/network/Encoding.h"
+#include "foundation/network/IRIArgs.h"
 #include "iri/StringParts.h"
 #include "iri/grammar/Parts.h"
 
@@ -124,8 +126,41 @@ public:
         return {found.fragment.first, found.fragment.last};
     }
 
+    // Building from arguments (BuildFromArgs.cpp).
+    explicit TemplateIRI(const ArgsBase<String>& args);
+    void toArgs(ArgsBase<String>& args) const;
+
+    // Equality, ordering and hashing (Comparison.cpp).
+    bool operator==(const TemplateIRI& other) const;
+    bool operator!=(const TemplateIRI& other) const;
+    bool operator<(const TemplateIRI& other) const;
+    std::uint64_t hashValue() const noexcept;
+    void generateHash() const noexcept;
+
+    // Resolution (Resolution.cpp) and relativisation (Relativisation.cpp).
+    TemplateIRI doResolve(const TemplateIRI& base) const;
+    String resolvePathComponents(std::vector<String>& segments, bool absolute) const;
+    String removeRelativePathSegments(const String& path, bool absolute) const;
+    TemplateIRI doRelativise(const TemplateIRI& base) const;
+    String getRelativePath(const TemplateIRI& base) const;
+    String getMinimalRelativePath() const;
+
 private:
     friend struct IRIAccess;
+
+    void buildFromArgs(const ArgsBase<String>& args);
+    void buildScheme(const ArgsBase<String>& args);
+    void buildUserInfo(const ArgsBase<String>& args);
+    void buildHost(const ArgsBase<String>& args);
+    void buildPort(const ArgsBase<String>& args);
+    void buildPath(const ArgsBase<String>& args);
+    void buildQuery(const ArgsBase<String>& args);
+    void buildFragment(const ArgsBase<String>& args);
+    void setArgsAuthority(ArgsBase<String>& args) const;
+    void setArgsQuery(ArgsBase<String>& args) const;
+    void setArgsFragment(ArgsBase<String>& args) const;
+    std::uint64_t computeHash() const;
+    void finishFlags();
 
     TemplateIRI(const TemplateIRI& other, const std::lock_guard<std::mutex>& sourceLock);
     TemplateIRI(TemplateIRI&& other, const std::lock_guard<std::mutex>& sourceLock) noexcept;

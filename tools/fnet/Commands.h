@@ -14,6 +14,10 @@ struct Command {
 /// fnet parse: IRI references checked by the grammar, with their components.
 int runParse(int argc, char** argv);
 int runIri(int argc, char** argv);
+int runResolve(int argc, char** argv);
+int runRelativize(int argc, char** argv);
+int runBuild(int argc, char** argv);
+int runCompare(int argc, char** argv);
 
 /// fnet idn: host names between Unicode and ASCII form.
 int runIdn(int argc, char** argv);

@@ -50,6 +50,8 @@ void printComponent(const std::string& name, Getter get) {
     }
 }
 
+}  // namespace
+
 void printIri(const std::string& input, const IRI& iri) {
     printLine("input", jsonString(sanitizeUtf8(input)));
     std::string flags;
@@ -106,8 +108,6 @@ void printIri(const std::string& input, const IRI& iri) {
     printLine("toAsciiString strict", quoted(iri.toAsciiString(true)));
     std::cout << "\n";
 }
-
-}  // namespace
 
 int runIri(int argc, char** argv) {
     Cli cli("iri", "[--json] [--] TEXT...",

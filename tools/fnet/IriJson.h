@@ -19,4 +19,7 @@ JsonObject iriJson(const std::string& input, const foundation::network::IRI& iri
 /// The same keys for an input that failed: input, the error message, every other key null.
 JsonObject iriErrorJson(const std::string& input, const std::string& error);
 
+/// What `fnet iri` prints for `iri` parsed from `input` without --json (IriCommand.cpp).
+void printIri(const std::string& input, const foundation::network::IRI& iri);
+
 }  // namespace fnet

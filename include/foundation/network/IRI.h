@@ -16,6 +16,8 @@ namespace iri::detail {
 struct IRIAccess;
 }  // namespace iri::detail
 
+class IRIArgs;
+
 /// An IRI reference parsed from UTF-16 text: its scheme, authority (user info, host, port),
 /// path, query and fragment, each readable in any `iri::Encoding`, and the whole written back as
 /// Unicode text (`toString`) or as ASCII URI text (`toAsciiString`).
@@ -118,6 +120,36 @@ public:
     /// The whole IRI in `encoding`.
     std::u16string toStringFromParts(const iri::Encoding& encoding) const;
 
+    /// Builds an IRI from separately given, unescaped components. Throws `std::logic_error`
+    /// "Malformed scheme", "User Info requires a host", "Port requires a host" or "Path cannot
+    /// be relative if authority present" (checked in that order), and `std::out_of_range` for
+    /// a scheme that UTF-16 cannot carry. Does not block.
+    explicit IRI(const IRIArgs& args);
+    /// Fills `args` with this IRI's components, unescaped (Encoding 0). Does not block.
+    void toArgs(IRIArgs& args) const;
+
+    /// The target of this reference resolved against `base`, after RFC 3986 section 5.2 (this
+    /// IRI and `base` are unchanged). Every component's text passes through as written. Throws
+    /// nothing of its own. Does not block.
+    IRI resolveAgainst(const IRI& base) const;
+    /// A reference that resolves against `base` to this IRI (with one kept exception: a base
+    /// not ending in "/" two or more directories below the shared prefix gets one ".." too
+    /// few). Throws `std::logic_error` "Cannot make relative to base. Already relative",
+    /// "Cannot make relative. Base is relative", or "Cannot make relative to base as base has
+    /// scheme|authority|path|query but this does not". Does not block.
+    IRI makeRelativeTo(const IRI& base) const;
+
+    /// Equal scheme, port number and text (Encoding 1). Does not block; throws nothing but
+    /// allocation failures.
+    bool operator==(const IRI& other) const;
+    /// The negation of `operator==`, step by step. Does not block.
+    bool operator!=(const IRI& other) const;
+    /// Text order of the serialisations (code point by code point). Does not block.
+    bool operator<(const IRI& other) const;
+    /// A 64-bit hash of the Encoding 1 text (0 for an empty IRI), computed once and cached;
+    /// safe from several threads at once. Never throws.
+    std::uint64_t hashValue() const noexcept;
+
 private:
     friend struct iri::detail::IRIAccess;
 
@@ -137,3 +169,11 @@ inline void swap(IRI& a, IRI& b) noexcept {
 FOUNDATION_NETWORK_API std::ostream& operator<<(std::ostream& out, const IRI& iri);
 
 }  // namespace foundation::network
+
+/// IRIs as keys of unordered containers: `IRI::hashValue`.
+template <>
+struct std::hash<foundation::network::IRI> {
+    std::size_t operator()(const foundation::network::IRI& iri) const noexcept {
+        return static_cast<std::size_t>(iri.hashValue());
+    }
+};

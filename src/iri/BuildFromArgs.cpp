@@ -1,0 +1,225 @@
+// Building an IRI from separately given components, and taking one apart again.
+//
+// Component values in the record are plain characters (Encoding 0); the IRI derives the
+// escaped forms. The checks run in a fixed order, so a record with user info, a port and a
+// relative path but no host fails with "User Info requires a host".
+#include <stdexcept>
+#include <string>
+
+#include "foundation/core/except/Exception.h"
+#include "iri/StoredPath.h"
+#include "iri/TemplateIRI.h"
+#include "iri/grammar/IriGrammar.h"
+#include "iri/grammar/PathSegments.h"
+#include "iri/grammar/Unicode.h"
+
+namespace foundation::network::iri::detail {
+namespace {
+
+using core::except::detail::AnonymousInternalException;
+
+constexpr Encoding kPlainForm(0);
+
+[[noreturn]] void refuse(const char* message) {
+    throw AnonymousInternalException<std::logic_error>(message);
+}
+
+}  // namespace
+
+template <class String>
+TemplateIRI<String>::TemplateIRI(const ArgsBase<String>& args)
+    : schemePresent(args.schemeSet),
+      queryPresent(args.querySet),
+      fragmentPresent(args.fragmentSet),
+      portPresent(args.portSet),
+      hostPresent(args.hostSet),
+      userInfoPresent(args.userInfoSet) {
+    buildFromArgs(args);
+}
+
+template <class String>
+void TemplateIRI<String>::buildFromArgs(const ArgsBase<String>& args) {
+    if (schemePresent) {
+        buildScheme(args);
+    }
+    if (userInfoPresent) {
+        buildUserInfo(args);
+    }
+    if (hostPresent) {
+        buildHost(args);
+    }
+    if (portPresent) {
+        buildPort(args);
+    }
+    buildPath(args);
+    if (queryPresent) {
+        buildQuery(args);
+    }
+    if (fragmentPresent) {
+        buildFragment(args);
+    }
+    empty.store(parts.isEmpty() && !schemePresent && !portPresent);
+    authorityPresent = hostPresent;
+    if (args.pathSet) {
+        absolutePath = !args.path.empty() && args.path.front() == FORWARD_SLASH;
+    }
+    if (schemePresent) {
+        absolute = true;
+        if (!authorityPresent) {
+            opaque = !absolutePath;
+        }
+    }
+}
+
+template <class String>
+void TemplateIRI<String>::buildScheme(const ArgsBase<String>& args) {
+    if (!args.schemeChecked &&
+        !irigrammar::parseScheme<String>(args.scheme.cbegin(), args.scheme.cend())) {
+        refuse("Malformed scheme");
+    }
+    schemeUtf16 = codePointsToUtf16(args.scheme);
+    scheme = args.scheme;
+}
+
+template <class String>
+void TemplateIRI<String>::buildUserInfo(const ArgsBase<String>& args) {
+    if (!hostPresent) {
+        refuse("User Info requires a host");
+    }
+    parts.setUserInfo(args.userInfo, kPlainForm);
+}
+
+template <class String>
+void TemplateIRI<String>::buildHost(const ArgsBase<String>& args) {
+    parts.setHost(args.host, kPlainForm);
+}
+
+template <class String>
+void TemplateIRI<String>::buildPort(const ArgsBase<String>& args) {
+    if (!hostPresent) {
+        refuse("Port requires a host");
+    }
+    portNumber = args.port;
+    const std::string digits = std::to_string(args.port);
+    port.assign(digits.begin(), digits.end());
+    portUtf16.assign(digits.begin(), digits.end());
+}
+
+template <class String>
+void TemplateIRI<String>::buildPath(const ArgsBase<String>& args) {
+    if (args.pathSet) {
+        if (hostPresent && !args.path.empty() && args.path.front() != FORWARD_SLASH) {
+            refuse("Path cannot be relative if authority present");
+        }
+        pathEmpty = args.path.empty();
+        parts.setPath(args.path, kPlainForm);
+        if (schemePresent) {
+            parts.setSchemePresent(true);
+        }
+    } else {
+        parts.setPath(String(), kPlainForm);
+        pathEmpty = true;
+    }
+    pathHasDotSegments = args.pathSet && !args.path.empty() && containsDotSegments(args.path);
+}
+
+template <class String>
+void TemplateIRI<String>::buildQuery(const ArgsBase<String>& args) {
+    if (args.queryAsOctets) {
+        queryOption = true;
+        parts.setQuery(codePointsToUtf8Octets(args.query), kPlainForm, true);
+        return;
+    }
+    if (args.queryOption) {
+        queryOption = true;
+    }
+    parts.setQuery(args.query, kPlainForm, queryOption);
+}
+
+template <class String>
+void TemplateIRI<String>::buildFragment(const ArgsBase<String>& args) {
+    parts.setFragment(args.fragment, kPlainForm);
+}
+
+template <class String>
+void TemplateIRI<String>::toArgs(ArgsBase<String>& args) const {
+    if (schemePresent) {
+        args.scheme = scheme;
+        args.schemeSet = true;
+        args.schemeChecked = true;
+    }
+    setArgsAuthority(args);
+    if (userInfoPresent) {
+        args.userInfoFromIri = true;
+    }
+    if (hostPresent) {
+        args.hostFromIri = true;
+    }
+    args.path = storedPath(parts, kPlainForm);
+    args.pathSet = true;
+    args.pathFromIri = true;
+    setArgsQuery(args);
+    setArgsFragment(args);
+}
+
+template <class String>
+void TemplateIRI<String>::setArgsAuthority(ArgsBase<String>& args) const {
+    if (!authorityPresent) {
+        return;
+    }
+    if (userInfoPresent) {
+        args.userInfo = parts.getUserInfo(kPlainForm);
+        args.userInfoSet = true;
+        args.userInfoFromIri = false;
+    }
+    args.host = parts.getHost(kPlainForm);
+    args.hostSet = true;
+    args.hostFromIri = false;
+    if (portPresent) {
+        args.port = portNumber;
+        args.portSet = true;
+    }
+}
+
+template <class String>
+void TemplateIRI<String>::setArgsQuery(ArgsBase<String>& args) const {
+    if (queryPresent) {
+        args.query = parts.getQuery(kPlainForm);
+        args.querySet = true;
+    } else {
+        args.querySet = false;
+        args.query.clear();
+    }
+    args.queryFromIri = true;
+    args.queryAsOctets = queryOption;
+    args.queryOption = false;
+}
+
+template <class String>
+void TemplateIRI<String>::setArgsFragment(ArgsBase<String>& args) const {
+    if (fragmentPresent) {
+        args.fragment = parts.getFragment(kPlainForm);
+        args.fragmentSet = true;
+    } else {
+        args.fragmentSet = false;
+        args.fragment.clear();
+    }
+    args.fragmentFromIri = true;
+}
+
+using Args = ArgsBase<std::wstring>;
+template TemplateIRI<std::wstring>::TemplateIRI(const Args&);
+template void TemplateIRI<std::wstring>::buildFromArgs(const Args&);
+template void TemplateIRI<std::wstring>::buildScheme(const Args&);
+template void TemplateIRI<std::wstring>::buildUserInfo(const Args&);
+template void TemplateIRI<std::wstring>::buildHost(const Args&);
+template void TemplateIRI<std::wstring>::buildPort(const Args&);
+template void TemplateIRI<std::wstring>::buildPath(const Args&);
+template void TemplateIRI<std::wstring>::buildQuery(const Args&);
+template void TemplateIRI<std::wstring>::buildFragment(const Args&);
+template void TemplateIRI<std::wstring>::toArgs(Args&) const;
+template void TemplateIRI<std::wstring>::setArgsAuthority(Args&) const;
+template void TemplateIRI<std::wstring>::setArgsQuery(Args&) const;
+template void TemplateIRI<std::wstring>::setArgsFragment(Args&) const;
+
+}  // namespace foundation::network::iri::detail

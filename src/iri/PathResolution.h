@@ -1,0 +1,37 @@
+/// @file
+/// @brief The path work of reference resolution: appending a path to a segment list, with or
+/// without dot-segment removal (RFC 3986 section 5.2.4 on pre-split segments).
+///
+/// A segment list is a path split by splitPathIntoSegments: every segment after the first keeps
+/// its leading "/", so concatenating the list gives the path back; a lone "/" element stands for
+/// the root or a trailing slash.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace foundation::network::iri::detail {
+
+using SegmentList = std::vector<std::wstring>;
+
+/// Appends `path` to `segments` in place. Without `removeDots`, a plain append (a "/" element is
+/// put between when the list does not end in one and `path` is relative). With `removeDots`,
+/// "."/".." short cuts first, then the general case: the whole list plus `path` runs through
+/// removeDotSegments, and `absolute` decides whether the result starts with "/". Always returns
+/// true. Linear in the total length.
+bool resolvePath(const std::wstring& path, SegmentList& segments, bool absolute, bool removeDots);
+
+/// RFC 3986 section 5.2.4 over a queue of segments: moves what survives from `queue` to the end
+/// of `out`; ".." removes the last element of `out` (above the root it is absorbed). Empties
+/// the queue.
+void removeDotSegments(std::deque<std::wstring>& queue, SegmentList& out);
+
+/// The path with its dot segments removed, or the path unchanged when containsDotSegments does
+/// not see any (a "." just before a final "/" is not seen and stays).
+std::wstring removeRelativePathSegments(const std::wstring& path, bool absolute);
+
+/// The segments concatenated, with no separator.
+std::wstring joinSegments(const SegmentList& segments);
+
+}  // namespace foundation::network::iri::detail

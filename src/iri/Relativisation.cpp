@@ -1,0 +1,212 @@
+// Relativisation: the inverse of resolution. A.doRelativise(B) is a reference R such that
+// resolving R against B gives A back, with one kept exception (a base path not ending in "/"
+// that lies two or more directories below the shared prefix gets one ".." too few).
+//
+// Components are read and stored in their IRI form (Encoding 1), so the target's text is kept
+// exactly as written.
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "foundation/core/except/Exception.h"
+#include "iri/PathResolution.h"
+#include "iri/RelativePath.h"
+#include "iri/StoredPath.h"
+#include "iri/TemplateIRI.h"
+#include "iri/grammar/PathSegments.h"
+
+namespace foundation::network::iri::detail {
+namespace {
+
+using core::except::detail::AnonymousInternalException;
+
+constexpr Encoding kIriForm(1);
+
+template <class String>
+bool hasEmptySegment(const String& path) {
+    return std::adjacent_find(path.begin(), path.end(), [](auto left, auto right) {
+               return left == L'/' && right == L'/';
+           }) != path.end();
+}
+
+[[noreturn]] void refuse(const char* message) {
+    throw AnonymousInternalException<std::logic_error>(message);
+}
+
+}  // namespace
+
+template <class String>
+String TemplateIRI<String>::getMinimalRelativePath() const {
+    return minimalRelativePath(storedPath(parts, kIriForm));
+}
+
+template <class String>
+String TemplateIRI<String>::getRelativePath(const TemplateIRI& base) const {
+    const String basePath =
+        removeRelativePathSegments(storedPath(base.parts, kIriForm), base.absolutePath);
+    const String path = removeRelativePathSegments(storedPath(parts, kIriForm), absolutePath);
+    return relativePath(path, absolutePath, basePath);
+}
+
+template <class String>
+TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) const {
+    const TemplateIRI& a = *this;
+    const TemplateIRI& b = base;
+
+    if (!a.absolutePath && b.absolutePath && !a.pathEmpty) {
+        refuse("Cannot make relative to base. Already relative");
+    }
+    if (a.absolutePath && !b.absolutePath && !b.pathEmpty) {
+        refuse("Cannot make relative. Base is relative");
+    }
+
+    // A different scheme: only A itself resolves to A.
+    if (a.schemePresent && (!b.schemePresent || a.scheme != b.scheme)) {
+        return a;
+    }
+
+    TemplateIRI t;
+    const auto takeFragment = [&] {
+        if (a.fragmentPresent) {
+            t.parts.setFragment(a.parts.getFragment(kIriForm), kIriForm);
+            t.fragmentPresent = true;
+        }
+    };
+    const auto takeQuery = [&] {
+        if (a.queryPresent) {
+            t.queryOption = a.queryOption;
+            t.parts.setQuery(a.parts.getQuery(kIriForm), kIriForm, a.queryOption);
+            t.queryPresent = true;
+        }
+    };
+    const auto takeAuthority = [&] {
+        if (a.userInfoPresent) {
+            t.parts.setUserInfo(a.parts.getUserInfo(kIriForm), kIriForm);
+            t.userInfoPresent = true;
+        }
+        if (a.hostPresent) {
+            t.parts.setHost(a.parts.getHost(kIriForm), kIriForm);
+            t.hostPresent = true;
+        }
+        if (a.portPresent) {
+            t.port = a.port;
+            t.portUtf16 = a.portUtf16;
+            t.portNumber = a.portNumber;
+            t.portPresent = true;
+        }
+    };
+    const auto setPath = [&](String path) {
+        t.pathEmpty = path.empty();
+        t.absolutePath = !path.empty() && path.front() == FORWARD_SLASH;
+        t.pathHasDotSegments = containsDotSegments(path);
+        t.parts.setPath(std::move(path), kIriForm);
+    };
+    const auto finish = [&] {
+        if (t.pathEmpty) {
+            t.parts.setPath(String(), kIriForm);
+        }
+        takeFragment();
+        t.finishFlags();
+        return std::move(t);
+    };
+
+    // The scheme-specific parts and authorities are compared component by component rather
+    // than assembled: their delimiters split them unambiguously, so this is the same test.
+    const bool bothAuthorities = a.authorityPresent && b.authorityPresent;
+    const bool sameAuthority =
+        bothAuthorities && a.userInfoPresent == b.userInfoPresent &&
+        (!a.userInfoPresent || a.parts.getUserInfo(kIriForm) == b.parts.getUserInfo(kIriForm)) &&
+        a.parts.getHost(kIriForm) == b.parts.getHost(kIriForm) && a.portPresent == b.portPresent &&
+        (!a.portPresent || a.port == b.port);
+    const bool sameQuery =
+        a.queryPresent == b.queryPresent &&
+        (!a.queryPresent || a.parts.getQuery(kIriForm) == b.parts.getQuery(kIriForm));
+    const String& path = storedPath(a.parts, kIriForm);
+    const String& basePath = storedPath(b.parts, kIriForm);
+
+    // Same resource: only A's fragment remains.
+    if (a.scheme == b.scheme && a.authorityPresent == b.authorityPresent &&
+        (!a.authorityPresent || sameAuthority) && path == basePath && sameQuery) {
+        return finish();
+    }
+
+    if (!a.schemePresent) {
+        if (b.schemePresent) {
+            refuse("Cannot make relative to base as base has scheme but this does not");
+        }
+        if (!a.authorityPresent && b.authorityPresent) {
+            refuse("Cannot make relative to base as base has authority but this does not");
+        }
+    }
+
+    // A's authority (and all that follows it) where the authorities differ.
+    const bool authorityDiffers = a.authorityPresent && !sameAuthority;
+    // An empty path resolves to the base's path, and an empty path without a query to the
+    // base's query: A's authority, or else A whole, keeps them from doing so.
+    const bool emptyPathNeedsMore =
+        a.pathEmpty && (!b.pathEmpty || (b.queryPresent && !a.queryPresent));
+    if (!a.authorityPresent && b.authorityPresent) {
+        return a;  // A has a scheme here: it stands as it is.
+    }
+    if (a.schemePresent && !a.authorityPresent && emptyPathNeedsMore) {
+        return a;
+    }
+    // Only the authority keeps a path beginning "//" from being read as one.
+    const bool pathLooksLikeAuthority = path.rfind(L"//", 0) == 0;
+    if (authorityDiffers ||
+        (a.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
+        takeAuthority();
+        setPath(path);
+        t.pathHasDotSegments = a.pathHasDotSegments;
+        takeQuery();
+        return finish();
+    }
+
+    // Same authority or none on both sides.
+    if (a.pathEmpty && !a.schemePresent) {
+        if (!a.authorityPresent && !b.pathEmpty) {
+            refuse("Cannot make relative to base as base has path but this does not");
+        }
+        if (!a.queryPresent && !a.authorityPresent && b.queryPresent) {
+            refuse("Cannot make relative to base as base has query but this does not");
+        }
+        takeQuery();
+        return finish();
+    }
+
+    if (!a.pathEmpty) {
+        if (b.pathEmpty) {
+            // Against an empty path with an authority, resolution writes "/" and the reference
+            // path as it is, dot segments and all.
+            const bool keepDots = b.authorityPresent && a.absolutePath && a.pathHasDotSegments;
+            setPath(keepDots ? path.substr(1) : path);
+        } else if (path == basePath) {
+            // Resolution would pick up B's query for an empty path.
+            if (b.queryPresent && !a.queryPresent) {
+                setPath(getMinimalRelativePath());
+            }
+        } else if (a.absolutePath && (hasEmptySegment(path) || hasEmptySegment(basePath))) {
+            // Resolution reads a "/" element after an empty segment as a trailing slash, so
+            // no relative path crosses one reliably: the absolute path does.
+            setPath(path);
+        } else {
+            // Paths that differ only in dot segments: name A's last segment in B's directory.
+            String relative = getRelativePath(b);
+            setPath(relative.empty() ? getMinimalRelativePath() : std::move(relative));
+        }
+    }
+    // Equal queries are left to resolution only where the path is empty: a non-empty path
+    // drops the base's query.
+    if (a.queryPresent && (!sameQuery || !t.pathEmpty)) {
+        takeQuery();
+    }
+    return finish();
+}
+
+template std::wstring TemplateIRI<std::wstring>::getMinimalRelativePath() const;
+template std::wstring TemplateIRI<std::wstring>::getRelativePath(const TemplateIRI&) const;
+template TemplateIRI<std::wstring> TemplateIRI<std::wstring>::doRelativise(
+    const TemplateIRI&) const;
+
+}  // namespace foundation::network::iri::detail

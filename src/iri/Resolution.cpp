@@ -1,0 +1,207 @@
+// Resolution of an IRI reference against a base, after RFC 3986 section 5.2.
+//
+// Every component moves in its IRI form (Encoding 1: a parsed value's text as written, a built
+// value's escaped form) and is stored in that form, so no escape is ever decoded or added: a
+// "%2F" in a path stays "%2F", an IP-literal host keeps its brackets.
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "iri/PathResolution.h"
+#include "iri/StoredPath.h"
+#include "iri/TemplateIRI.h"
+#include "iri/grammar/PathSegments.h"
+
+namespace foundation::network::iri::detail {
+namespace {
+
+constexpr Encoding kIriForm(1);
+
+template <class String>
+bool startsWithSlash(const String& s) {
+    return !s.empty() && s.front() == L'/';
+}
+
+}  // namespace
+
+template <class String>
+String TemplateIRI<String>::resolvePathComponents(std::vector<String>& segments,
+                                                  bool absolute) const {
+    resolvePath(storedPath(parts, kIriForm), segments, absolute, pathHasDotSegments);
+    return joinSegments(segments);
+}
+
+template <class String>
+String TemplateIRI<String>::removeRelativePathSegments(const String& path, bool absolute) const {
+    return detail::removeRelativePathSegments(path, absolute);
+}
+
+template <class String>
+TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) const {
+    const TemplateIRI& r = *this;
+    const TemplateIRI& b = base;
+    TemplateIRI t;
+
+    const auto takeScheme = [&t](const TemplateIRI& from) {
+        t.scheme = from.scheme;
+        t.schemeUtf16 = from.schemeUtf16;
+        t.schemePresent = true;
+    };
+    const auto takeAuthority = [&t](const TemplateIRI& from) {
+        if (from.userInfoPresent) {
+            t.parts.setUserInfo(from.parts.getUserInfo(kIriForm), kIriForm);
+            t.userInfoPresent = true;
+        }
+        if (from.hostPresent) {
+            t.parts.setHost(from.parts.getHost(kIriForm), kIriForm);
+            t.hostPresent = true;
+        }
+        if (from.portPresent) {
+            t.port = from.port;
+            t.portUtf16 = from.portUtf16;
+            t.portNumber = from.portNumber;
+            t.portPresent = true;
+        }
+    };
+    // Queries move with their option.
+    const auto takeQuery = [&t](const TemplateIRI& from) {
+        if (from.queryPresent) {
+            t.queryOption = from.queryOption;
+            t.parts.setQuery(from.parts.getQuery(kIriForm), kIriForm, from.queryOption);
+            t.queryPresent = true;
+        }
+    };
+
+    if (r.empty.load()) {
+        if (!b.fragmentPresent) {
+            return b;
+        }
+        // The base without its fragment.
+        if (b.schemePresent) {
+            takeScheme(b);
+        }
+        takeAuthority(b);
+        takeQuery(b);
+        t.parts.setPath(storedPath(b.parts, kIriForm), kIriForm);
+        t.pathEmpty = b.pathEmpty;
+        t.absolutePath = b.absolutePath;
+        t.pathHasDotSegments = b.pathHasDotSegments;
+        t.finishFlags();
+        return t;
+    }
+
+    // One absolute flag for every path computed below, in every branch; kept deliberately, so
+    // that "t:a/../b" against a base with the path "/x" gets the path "/b".
+    const bool absolute = r.absolutePath || b.absolutePath;
+    String path;
+    // R's path for a reference with a scheme or an authority: verbatim, or with its dot
+    // segments removed.
+    const auto referencePath = [&] {
+        if (r.pathEmpty) {
+            return String();
+        }
+        if (!r.pathHasDotSegments) {
+            return String(storedPath(r.parts, kIriForm));
+        }
+        std::vector<String> segments;
+        return r.resolvePathComponents(segments, absolute);
+    };
+
+    if (r.schemePresent) {
+        takeScheme(r);
+        takeAuthority(r);
+        path = referencePath();
+        takeQuery(r);
+    } else {
+        if (r.authorityPresent) {
+            takeAuthority(r);
+            path = referencePath();
+            takeQuery(r);
+        } else {
+            const String& basePath = storedPath(b.parts, kIriForm);
+            const String& referenceText = storedPath(r.parts, kIriForm);
+            if (r.pathEmpty) {
+                if (!b.pathEmpty) {
+                    path = basePath;
+                }
+                takeQuery(r.queryPresent ? r : b);
+            } else if (r.absolutePath) {
+                std::vector<String> segments;
+                path = r.pathHasDotSegments ? r.resolvePathComponents(segments, absolute)
+                                            : referenceText;
+                takeQuery(r);
+            } else if (b.authorityPresent && b.pathEmpty) {
+                // Kept deliberately: no dot-segment removal here, unlike RFC 3986.
+                path.reserve(referenceText.size() + 1);
+                path += L'/';
+                path += referenceText;
+                takeQuery(r);
+            } else if (!b.pathHasDotSegments && !r.pathHasDotSegments) {
+                // The RFC 3986 merge.
+                const auto slash = basePath.rfind(L'/');
+                if (slash != String::npos) {
+                    path.reserve(slash + 1 + referenceText.size());
+                    path.assign(basePath, 0, slash + 1);
+                }
+                path += referenceText;
+                takeQuery(r);
+            } else {
+                std::vector<String> segments;
+                splitPathIntoSegments(b.pathHasDotSegments
+                                          ? removeRelativePathSegments(basePath, b.absolutePath)
+                                          : basePath,
+                                      segments);
+                // Drop the base's last segment; a lone absolute segment leaves the root.
+                if (segments.size() == 1) {
+                    segments.clear();
+                    if (b.absolutePath) {
+                        segments.emplace_back(1, L'/');
+                    }
+                } else if (!segments.empty()) {
+                    segments.pop_back();
+                }
+                path = r.resolvePathComponents(segments, absolute);
+                takeQuery(r);
+            }
+            takeAuthority(b);
+        }
+        if (b.schemePresent) {
+            takeScheme(b);
+        }
+    }
+    if (r.fragmentPresent) {
+        t.parts.setFragment(r.parts.getFragment(kIriForm), kIriForm);
+        t.fragmentPresent = true;
+    }
+    // Never set by resolution: a result is taken as free of dot segments when it serves as a
+    // base later.
+    t.pathHasDotSegments = false;
+    t.pathEmpty = path.empty();
+    t.absolutePath = startsWithSlash(path);
+    t.parts.setPath(std::move(path), kIriForm);
+    t.finishFlags();
+    return t;
+}
+
+// The flags that follow from the components: emptiness, the authority, the scheme's marks.
+template <class String>
+void TemplateIRI<String>::finishFlags() {
+    empty.store(parts.isEmpty() && !schemePresent && !portPresent);
+    authorityPresent = hostPresent;
+    if (schemePresent) {
+        parts.setSchemePresent(true);
+        absolute = true;
+        if (!authorityPresent) {
+            opaque = !absolutePath;
+        }
+    }
+}
+
+template std::wstring TemplateIRI<std::wstring>::resolvePathComponents(std::vector<std::wstring>&,
+                                                                       bool) const;
+template std::wstring TemplateIRI<std::wstring>::removeRelativePathSegments(const std::wstring&,
+                                                                            bool) const;
+template TemplateIRI<std::wstring> TemplateIRI<std::wstring>::doResolve(const TemplateIRI&) const;
+template void TemplateIRI<std::wstring>::finishFlags();
+
+}  // namespace foundation::network::iri::detail

@@ -1,0 +1,211 @@
+#include "foundation/network/IRI.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <map>
+#include <string>
+#include <thread>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "foundation/network/IRIArgs.h"
+#include "iri/grammar/Unicode.h"
+#include "support/Corpus.h"
+
+namespace {
+
+using foundation::network::IRI;
+using foundation::network::IRIArgs;
+using foundation::network::iri::detail::codePointsToUtf16;
+using foundation::network::iri::detail::utf8ToCodePoints;
+
+std::u16string u16(const std::string& utf8) {
+    return codePointsToUtf16(utf8ToCodePoints(utf8));
+}
+
+std::string narrow(const std::u16string& text) {
+    return {text.begin(), text.end()};
+}
+
+void expectEqual(const IRI& a, const IRI& b) {
+    EXPECT_TRUE(a == b) << "'" << narrow(a.toString()) << "'";
+    EXPECT_TRUE(b == a);
+    EXPECT_FALSE(a != b);
+    EXPECT_FALSE(b != a);
+    EXPECT_EQ(a.hashValue(), b.hashValue());
+}
+
+void expectUnequal(const IRI& a, const IRI& b) {
+    EXPECT_FALSE(a == b) << "'" << narrow(a.toString()) << "'";
+    EXPECT_FALSE(b == a);
+    EXPECT_TRUE(a != b);
+    EXPECT_TRUE(b != a);
+}
+
+TEST(ComparisonTest, Equality) {
+    expectEqual(IRI(), IRI());
+    expectEqual(IRI(), IRI(u""));
+    expectUnequal(IRI(), IRI(u"a"));
+    expectEqual(IRI(u"s://h/p?q#f"), IRI(u"s://h/p?q#f"));
+    // The same port number passes the port check; the texts then differ.
+    expectUnequal(IRI(u"s://h:080/p"), IRI(u"s://h:80/p"));
+    expectUnequal(IRI(u"s://h:81/p"), IRI(u"s://h:80/p"));
+    expectUnequal(IRI(u"s://h/p"), IRI(u"s://h:80/p"));
+    expectUnequal(IRI(u"S://h/p"), IRI(u"s://h/p"));
+    expectUnequal(IRI(u"s://h/p"), IRI(u"//h/p"));
+    expectUnequal(IRI(u"s://h/p"), IRI(u"s://h/P"));
+    expectUnequal(IRI(u"s://h/%41"), IRI(u"s://h/A"));
+    expectUnequal(IRI(u"s://h/p?"), IRI(u"s://h/p"));
+    expectUnequal(IRI(u"s://h/p#"), IRI(u"s://h/p"));
+    // Values without text (resolved ones) compare component by component.
+    const IRI base(u"s://h/a/b");
+    expectEqual(IRI(u"c").resolveAgainst(base), IRI(u"./c").resolveAgainst(base));
+    expectUnequal(IRI(u"c").resolveAgainst(base), IRI(u"d").resolveAgainst(base));
+    expectEqual(IRI(u"c").resolveAgainst(base), IRI(u"s://h/a/c"));
+    expectEqual(IRI(u"c:80/").resolveAgainst(base), IRI(u"c:80/"));
+}
+
+TEST(ComparisonTest, ParsedEqualsBuilt) {
+    IRIArgs args;
+    args.setScheme(u"http").setUserInfo(u"u").setHost(u"h\u00e9").setPort(8080);
+    args.setPath(u"/a b/c").setQuery(u"x=1").setFragment(u"f");
+    const IRI built(args);
+    expectEqual(built, IRI(u"http://u@h\u00e9:8080/a%20b/c?x=1#f"));
+    expectUnequal(IRI(u"http://u@h\u00e9:08080/a%20b/c?x=1#f"), built);
+    expectUnequal(built, IRI(u"http://u@h\u00e9:8080/a%20b/c?x=1"));
+    IRIArgs ip;
+    ip.setScheme(u"s").setHost(u"[::1]").setPath(u"/p");
+    expectEqual(IRI(ip), IRI(u"s://[::1]/p"));
+}
+
+TEST(ComparisonTest, OrderIsTextOrder) {
+    const std::vector<std::u16string> texts = {u"s://h/b",      u"s://h/a", u"s://h/a/", u"a",
+                                               u"s://h/\u00e9", u"s://h/z", u""};
+    std::vector<IRI> values;
+    for (const auto& text : texts) {
+        values.emplace_back(text);
+    }
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        for (std::size_t j = 0; j < texts.size(); ++j) {
+            EXPECT_EQ(values[i] < values[j], texts[i] < texts[j]) << i << " " << j;
+        }
+    }
+    // A value without text is ordered by its serialisation too.
+    const IRI resolved = IRI(u"b").resolveAgainst(IRI(u"s://h/x"));
+    EXPECT_TRUE(IRI(u"s://h/a") < resolved);
+    EXPECT_TRUE(resolved < IRI(u"s://h/c"));
+    EXPECT_FALSE(resolved < IRI(u"s://h/b"));
+    std::map<IRI, int> byIri;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        byIri[values[i]] = static_cast<int>(i);
+    }
+    EXPECT_EQ(byIri.size(), values.size());
+}
+
+TEST(ComparisonTest, HashOfEmptyIsZeroAndStableAcrossCopies) {
+    EXPECT_EQ(IRI().hashValue(), 0u);
+    EXPECT_EQ(IRI(u"").hashValue(), 0u);
+    const IRI original(u"s://h/p?q");
+    const IRI copyBefore(original);
+    const auto hash = original.hashValue();
+    EXPECT_NE(hash, 0u);
+    const IRI copyAfter(original);
+    IRI moved(IRI(u"s://h/p?q"));
+    EXPECT_EQ(copyBefore.hashValue(), hash);
+    EXPECT_EQ(copyAfter.hashValue(), hash);
+    EXPECT_EQ(moved.hashValue(), hash);
+    EXPECT_EQ(std::hash<IRI>{}(original), static_cast<std::size_t>(hash));
+    // The same text from a resolution hashes alike.
+    EXPECT_EQ(IRI(u"p?q").resolveAgainst(IRI(u"s://h/x")).hashValue(), hash);
+}
+
+TEST(ComparisonTest, AssignmentKeepsAHashForTheNewValue) {
+    const IRI other(u"s://h/other");
+    const auto otherHash = IRI(other).hashValue();
+    IRI target(u"s://h/first");
+    (void)target.hashValue();
+    target = other;  // other's hash was never computed
+    EXPECT_EQ(target.hashValue(), otherHash);
+    target = IRI(u"s://h/moved");
+    EXPECT_EQ(target.hashValue(), IRI(u"s://h/moved").hashValue());
+    target = IRI();
+    EXPECT_EQ(target.hashValue(), 0u);
+    target = IRI(u"s://h/after-clear");
+    EXPECT_EQ(target.hashValue(), IRI(u"s://h/after-clear").hashValue());
+    target.clear();
+    EXPECT_EQ(target.hashValue(), 0u);
+    target = other;
+    EXPECT_EQ(target.hashValue(), otherHash);
+    IRI fresh(u"s://h/fresh");
+    target.swap(fresh);
+    EXPECT_EQ(target.hashValue(), IRI(u"s://h/fresh").hashValue());
+    EXPECT_EQ(fresh.hashValue(), otherHash);
+}
+
+TEST(ComparisonTest, UnorderedContainers) {
+    std::unordered_set<IRI> set;
+    std::unordered_map<IRI, std::size_t> firstLine;
+    const auto lines = fntest::readLines("urls.txt", 5000);
+    std::size_t parsed = 0;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        try {
+            IRI iri(u16(lines[i]));
+            firstLine.emplace(iri, i);
+            set.insert(std::move(iri));
+            ++parsed;
+        } catch (const std::logic_error&) {
+        }
+    }
+    // The lines are distinct texts.
+    EXPECT_EQ(set.size(), parsed);
+    for (const auto& [iri, line] : firstLine) {
+        EXPECT_EQ(set.count(IRI(u16(lines[line]))), 1u);
+    }
+}
+
+// Several threads hash and compare one fresh value at once: one computation, one answer; also
+// for a value whose hash was computed, then cleared and assigned anew.
+TEST(ComparisonTest, ConcurrentHashAndEquality) {
+    for (int round = 0; round < 20; ++round) {
+        const std::u16string text =
+            u"s://h/p/" + std::u16string(static_cast<std::size_t>(round) + 1, u'x');
+        IRI shared(text);
+        if (round % 2 == 1) {
+            // A value whose once-flag already fired for an earlier value.
+            shared = IRI(u"s://h/earlier");
+            (void)shared.hashValue();
+            shared.clear();
+            shared = IRI(text);
+        }
+        const IRI parsedTwin(shared.toString());
+        const IRI resolvedTwin = IRI(shared.getPath(foundation::network::iri::Encoding(1)))
+                                     .resolveAgainst(IRI(u"s://h/"));
+        std::atomic<int> ready{0};
+        std::vector<std::uint64_t> hashes(4);
+        std::vector<int> equal(4);
+        std::vector<std::thread> threads;
+        for (int t = 0; t < 4; ++t) {
+            threads.emplace_back([&, t] {
+                ++ready;
+                while (ready.load() < 4) {
+                }
+                hashes[t] = shared.hashValue();
+                equal[t] = (shared == parsedTwin) + (shared == resolvedTwin) +
+                           !(shared != resolvedTwin) + (resolvedTwin == shared);
+            });
+        }
+        for (auto& thread : threads) {
+            thread.join();
+        }
+        for (int t = 0; t < 4; ++t) {
+            EXPECT_EQ(hashes[t], hashes[0]);
+            EXPECT_EQ(equal[t], 4);
+        }
+        EXPECT_EQ(hashes[0], parsedTwin.hashValue());
+    }
+}
+
+}  // namespace

@@ -1,0 +1,227 @@
+#include "foundation/network/IRI.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "iri/grammar/PathSegments.h"
+#include "iri/grammar/Unicode.h"
+#include "support/Corpus.h"
+
+namespace {
+
+using foundation::network::IRI;
+using foundation::network::iri::detail::codePointsToUtf16;
+using foundation::network::iri::detail::containsDotSegments;
+using foundation::network::iri::detail::utf16ToCodePoints;
+using foundation::network::iri::detail::utf8ToCodePoints;
+
+std::u16string u16(const std::string& utf8) {
+    return codePointsToUtf16(utf8ToCodePoints(utf8));
+}
+
+std::string narrow(const std::u16string& text) {
+    return {text.begin(), text.end()};
+}
+
+struct Case {
+    std::string target;
+    std::string base;
+    std::string relative;
+};
+
+// The relative reference, and that it resolves back to the target.
+TEST(RelativisationTest, ResultsResolveBack) {
+    const std::vector<Case> cases = {
+        {"s://h/a/b/c", "s://h/a/b/d", "./c"},
+        {"s://h/a/c", "s://h/a/b/d", "../c"},
+        {"s://h/a/c", "s://h/a/b/e/", "../../c"},
+        {"s://h/c/d", "s://h/a/b", "../c/d"},
+        {"s://h/c/d", "s://h/x", "c/d"},
+        {"s://h/a/b#f", "s://h/a/b#g", "#f"},
+        {"s://h/a/b", "s://h/a/b#g", ""},
+        // Same path, the base alone has a query: the minimal path keeps it out.
+        {"s://h/a/b/c", "s://h/a/b/c?q", "./c"},
+        {"s://h/a/b/", "s://h/a/b/?q", "."},
+        {"s://h/a?x", "s://h/a?y", "?x"},
+        {"s://h/a?x", "s://h/a?x#f", ""},
+        // Equal queries are kept where the path is not empty (it drops the base's query).
+        {"s://h/a/c?x", "s://h/a/b?x", "./c?x"},
+        // Other authorities, other schemes.
+        {"s://k/a", "s://h/a", "//k/a"},
+        {"s://h:81/a", "s://h/a", "//h:81/a"},
+        {"s://u@h/a", "s://h/a", "//u@h/a"},
+        {"t://h/a#f", "s://h/a", "t://h/a#f"},
+        {"t:x", "s:x", "t:x"},
+        {"s:/x", "s://h/x", "s:/x"},
+        // An empty target path against a longer one, or against a query.
+        {"s://h", "s://h/a", "//h"},
+        {"s://h?x", "s://h/a?x", "//h?x"},
+        {"s://h", "s://h?q", "//h"},
+        {"s:?x", "s:a", "s:?x"},
+        {"s://h/", "s://h/x", "/"},
+        {"s://h/", "s://h/a/b?q", "../"},
+        // Empty segments: the absolute path, or the authority for a path beginning "//".
+        {"s://h/w/D", "s://h/w/F://", "/w/D"},
+        {"s://h/1", "s://h//s?i=3", "/1"},
+        {"s://h//s?i=3", "s://h/1", "//h//s?i=3"},
+        {"s://h//", "s://h/P", "//h//"},
+        // A colon in the first segment of a relative path.
+        {"s://h/F:x", "s://h/y", "./F:x"},
+        // A target with dot segments, reachable against a base with an empty path.
+        {"s://h/../../e", "s://h", "../../e"},
+        // Relative values and opaque ones.
+        {"a/c", "a/b", "./c"},
+        {"?x", "?y", "?x"},
+        {"//h/a", "//h/b", "a"},
+        {"s:a/c", "s:a/b", "./c"},
+    };
+    for (const auto& c : cases) {
+        const IRI target(u16(c.target));
+        const IRI base(u16(c.base));
+        const IRI relative = target.makeRelativeTo(base);
+        EXPECT_EQ(narrow(relative.toString(false)), c.relative)
+            << c.target << " against " << c.base;
+        EXPECT_EQ(relative.resolveAgainst(base), target) << c.target << " against " << c.base;
+    }
+}
+
+TEST(RelativisationTest, DefaultConstructedOperands) {
+    EXPECT_TRUE(IRI().makeRelativeTo(IRI()).isEmpty());
+    EXPECT_EQ(IRI(u"a#f").makeRelativeTo(IRI()), IRI(u"a#f"));
+    EXPECT_EQ(IRI(u"s://h/a").makeRelativeTo(IRI()), IRI(u"s://h/a"));
+    EXPECT_THROW((void)IRI().makeRelativeTo(IRI(u"s://h/a")), std::logic_error);
+}
+
+TEST(RelativisationTest, OneDotDotTooFewIsKept) {
+    const IRI base(u"s://h/a/b/e/d");
+    const IRI target(u"s://h/a/c");
+    const IRI relative = target.makeRelativeTo(base);
+    EXPECT_EQ(relative.toString(false), u"../c");
+    EXPECT_EQ(relative.resolveAgainst(base).toString(false), u"s://h/a/b/c");
+}
+
+TEST(RelativisationTest, TextPassesThroughUnchanged) {
+    const std::vector<Case> cases = {
+        {"s://h/a/x%2Fy%3Fz%23w%25v%41%C3%A9?q%2F%3F%23%25%41%C3%A9", "s://h/a/b",
+         "./x%2Fy%3Fz%23w%25v%41%C3%A9?q%2F%3F%23%25%41%C3%A9"},
+        {"s://h/%2E%2E/g", "s://h/a/b", "../%2E%2E/g"},
+        {"s://[::1]/a/%C3%A9", "s://[::1]/a/b", "./%C3%A9"},
+        {"s://[::1]/a", "s://h/a", "//[::1]/a"},
+        {"s://h/a#%23%25", "s://h/a", "#%23%25"},
+    };
+    for (const auto& c : cases) {
+        const IRI target(u16(c.target));
+        const IRI base(u16(c.base));
+        const IRI relative = target.makeRelativeTo(base);
+        EXPECT_EQ(narrow(relative.toString(false)), c.relative) << c.target;
+        EXPECT_EQ(relative.resolveAgainst(base).toString(false), u16(c.target)) << c.target;
+    }
+}
+
+TEST(RelativisationTest, RefusalsInTheirOrder) {
+    const std::vector<std::tuple<std::string, std::string, std::string>> cases = {
+        {"a/b", "s://h/x", "Cannot make relative to base. Already relative"},
+        // The path preconditions come before the scheme and authority checks.
+        {"a", "/x", "Cannot make relative to base. Already relative"},
+        {"/a", "b", "Cannot make relative. Base is relative"},
+        {"//h/a", "s://h/b", "Cannot make relative to base as base has scheme but this does not"},
+        {"/a", "//h/b", "Cannot make relative to base as base has authority but this does not"},
+        {"?x", "b", "Cannot make relative to base as base has path but this does not"},
+        {"#f", "b?q", "Cannot make relative to base as base has path but this does not"},
+        {"#f", "?q", "Cannot make relative to base as base has query but this does not"},
+    };
+    for (const auto& [target, base, message] : cases) {
+        const IRI a(u16(target));
+        const IRI b(u16(base));
+        try {
+            (void)a.makeRelativeTo(b);
+            ADD_FAILURE() << target << " against " << base << " did not throw";
+        } catch (const std::logic_error& e) {
+            EXPECT_EQ(std::string(e.what()), message) << target << " against " << base;
+        }
+        EXPECT_EQ(narrow(a.toString(false)), target);
+        EXPECT_EQ(narrow(b.toString(false)), base);
+    }
+    // An empty relative path against an absolute one passes the path preconditions.
+    EXPECT_EQ(IRI(u"//h#f").makeRelativeTo(IRI(u"//h/x#g")).toString(false), u"//h#f");
+}
+
+// Pairs of corpus URLs that share scheme and authority: relativising and resolving back gives
+// the original, except for the kept case of one ".." too few, recognised here by its shape: the
+// base path does not end in "/", and one more "../" in front fixes the result. Left out: targets
+// that no reference resolves to against a base with a path, because resolution removes their
+// dot segments ("/../../etc/passwd").
+TEST(RelativisationTest, CorpusPairsRoundTrip) {
+    std::map<std::u16string, std::vector<IRI>> bySchemeAndAuthority;
+    for (const auto& line : fntest::readLines("urls.txt")) {
+        try {
+            IRI iri(u16(line));
+            if (iri.hasAuthority()) {
+                const auto key = iri.getScheme() + u"://" +
+                                 iri.getAuthority(foundation::network::iri::Encoding(1));
+                bySchemeAndAuthority[key].push_back(std::move(iri));
+            }
+        } catch (const std::logic_error&) {
+            // An empty port: not a value.
+        }
+    }
+    const foundation::network::iri::Encoding iri1(1);
+    std::size_t pairs = 0;
+    std::size_t kept = 0;
+    std::size_t unreachable = 0;
+    for (const auto& [key, group] : bySchemeAndAuthority) {
+        for (std::size_t i = 0; i + 1 < group.size(); ++i) {
+            for (const auto& [target, base] :
+                 {std::pair{&group[i], &group[i + 1]}, std::pair{&group[i + 1], &group[i]}}) {
+                if (containsDotSegments(utf16ToCodePoints(target->getPath(iri1))) &&
+                    !base->getPath(iri1).empty()) {
+                    ++unreachable;
+                    continue;
+                }
+                ++pairs;
+                const IRI relative = target->makeRelativeTo(*base);
+                const IRI back = relative.resolveAgainst(*base);
+                if (back == *target) {
+                    continue;
+                }
+                const std::u16string text = relative.toString(false);
+                const std::u16string basePath = base->getPath(iri1);
+                const bool oneTooFew = text.rfind(u"..", 0) == 0 && !basePath.empty() &&
+                                       basePath.back() != u'/' &&
+                                       IRI(u"../" + text).resolveAgainst(*base) == *target;
+                EXPECT_TRUE(oneTooFew) << narrow(target->toString(false)) << " against "
+                                       << narrow(base->toString(false)) << " gave " << narrow(text)
+                                       << ", resolving to " << narrow(back.toString(false));
+                kept += oneTooFew ? 1 : 0;
+            }
+        }
+    }
+    RecordProperty("pairs", static_cast<int>(pairs));
+    RecordProperty("oneTooFew", static_cast<int>(kept));
+    RecordProperty("unreachable", static_cast<int>(unreachable));
+    EXPECT_LT(unreachable, 100u);
+    EXPECT_GT(pairs, 10000u);
+    EXPECT_GT(kept, 0u);
+    EXPECT_LT(kept, pairs / 10);
+}
+
+TEST(RelativisationTest, LongPathsRelativise) {
+    std::u16string base = u"s://h";
+    std::u16string target = u"s://h";
+    for (int i = 0; i < 20000; ++i) {
+        base += u"/b";
+        target += i < 10000 ? u"/b" : u"/t";
+    }
+    base += u"/";
+    const IRI relative = IRI(target).makeRelativeTo(IRI(base));
+    EXPECT_EQ(relative.toString(false).rfind(u"../../", 0), 0u);
+    EXPECT_EQ(relative.resolveAgainst(IRI(base)).toString(false), target);
+}
+
+}  // namespace

@@ -1,0 +1,110 @@
+// End to end: the built fnet's resolve, relativize, build and compare subcommands, their exit
+// statuses and JSON keys.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Outcome {
+    int status;
+    std::string out;
+};
+
+// Runs fnet with `arguments` (shell words) and `stdinText` on its standard input.
+Outcome fnet(const std::string& arguments, const std::string& stdinText = "") {
+    char inputPath[] = "/tmp/fnet_iri_ops_test_XXXXXX";
+    const int fd = mkstemp(inputPath);
+    if (fd < 0 ||
+        write(fd, stdinText.data(), stdinText.size()) != static_cast<ssize_t>(stdinText.size())) {
+        return {-1, ""};
+    }
+    close(fd);
+    const std::string command =
+        "'" FNET_BINARY "' " + arguments + " < " + inputPath + " 2>/dev/null";
+    FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) {
+        return {-1, ""};
+    }
+    std::string out;
+    char buffer[4096];
+    while (const std::size_t n = fread(buffer, 1, sizeof buffer, pipe)) {
+        out.append(buffer, n);
+    }
+    const int status = pclose(pipe);
+    unlink(inputPath);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out};
+}
+
+TEST(IriOpsCommandsTest, Resolve) {
+    const Outcome plain = fnet("resolve 'http://a/b/c/d;p?q' g ../g '' - '#s'", "?y\n");
+    EXPECT_EQ(plain.status, 0);
+    EXPECT_EQ(plain.out,
+              "http://a/b/c/g\nhttp://a/b/g\nhttp://a/b/c/d;p?q\nhttp://a/b/c/d;p?y\n"
+              "http://a/b/c/d;p?q#s\n");
+    EXPECT_EQ(fnet("resolve --ascii 'http://h/\xc3\xa4/' x%2F").out, "http://h/%C3%A4/x%2F\n");
+    const Outcome json = fnet("resolve --json -- 'http://h/a' ':x' 'b'");
+    EXPECT_EQ(json.status, 1);
+    EXPECT_EQ(json.out,
+              "{\"base\":\"http://h/a\",\"reference\":\":x\",\"target\":null,\"targetAscii\":null,"
+              "\"error\":\"IRI parsing failed\"}\n"
+              "{\"base\":\"http://h/a\",\"reference\":\"b\",\"target\":\"http://h/b\","
+              "\"targetAscii\":\"http://h/b\",\"error\":null}\n");
+    EXPECT_NE(fnet("resolve --json ':bad' a").out.find("\"error\":\"base: IRI parsing failed\""),
+              std::string::npos);
+    EXPECT_EQ(fnet("resolve 'http://h/'").status, 2);
+    EXPECT_EQ(fnet("resolve --bogus a b").status, 2);
+}
+
+TEST(IriOpsCommandsTest, Relativize) {
+    const Outcome plain = fnet("relativize 'http://h/a/b/' 'http://h/a/c' 'http://h/a/b/x?q#f'");
+    EXPECT_EQ(plain.status, 0);
+    EXPECT_EQ(plain.out, "../c\n./x?q#f\n");
+    const Outcome json = fnet("relativize --json 'http://h/a/b/e/d' 'http://h/a/c' rel");
+    EXPECT_EQ(json.status, 1);
+    EXPECT_EQ(json.out,
+              "{\"base\":\"http://h/a/b/e/d\",\"iri\":\"http://h/a/c\",\"relative\":\"../c\","
+              "\"roundTrip\":false,\"error\":null}\n"
+              "{\"base\":\"http://h/a/b/e/d\",\"iri\":\"rel\",\"relative\":null,\"roundTrip\":null,"
+              "\"error\":\"Cannot make relative to base. Already relative\"}\n");
+    EXPECT_EQ(fnet("relativize --json 'http://h/a' 'http://h/%2F?%3F'").out,
+              "{\"base\":\"http://h/a\",\"iri\":\"http://h/%2F?%3F\",\"relative\":\"%2F?%3F\","
+              "\"roundTrip\":true,\"error\":null}\n");
+    EXPECT_EQ(fnet("relativize").status, 2);
+}
+
+TEST(IriOpsCommandsTest, Build) {
+    const Outcome json =
+        fnet("build --json --scheme http --host '[::1]' --port 8080 --path '/a b' --query q");
+    EXPECT_EQ(json.status, 0);
+    EXPECT_NE(json.out.find("\"error\":null"), std::string::npos);
+    EXPECT_NE(json.out.find("\"toString\":\"http://[::1]:8080/a%20b?q\""), std::string::npos);
+    const Outcome refused = fnet("build --json --user-info u --port 1 --path p");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.out.find("\"error\":\"User Info requires a host\""), std::string::npos);
+    EXPECT_EQ(fnet("build --scheme 1x").status, 1);
+    EXPECT_EQ(fnet("build --port 65536").status, 2);
+    EXPECT_EQ(fnet("build positional").status, 2);
+    EXPECT_NE(fnet("build --host h --path /p").out.find("//h/p"), std::string::npos);
+}
+
+TEST(IriOpsCommandsTest, Compare) {
+    const Outcome plain = fnet("compare a a");
+    EXPECT_EQ(plain.status, 0);
+    EXPECT_EQ(plain.out.rfind("equal=true less=false hashA=", 0), 0u);
+    const Outcome json = fnet("compare --json 'http://h:080/' 'http://h:80/' - ", "x y\nb\n");
+    EXPECT_EQ(json.status, 1);
+    EXPECT_NE(json.out.find("{\"a\":\"http://h:080/\",\"b\":\"http://h:80/\",\"equal\":false,"
+                            "\"less\":true,\"hashA\":"),
+              std::string::npos);
+    EXPECT_NE(json.out.find("{\"a\":\"x y\",\"b\":\"b\",\"equal\":null,\"less\":null,"
+                            "\"hashA\":null,\"hashB\":null,\"error\":\"a: IRI parsing failed\"}"),
+              std::string::npos);
+    EXPECT_EQ(fnet("compare a").status, 2);
+}
+
+}  // namespace
