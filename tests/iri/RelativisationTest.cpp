@@ -12,6 +12,7 @@
 #include "iri/grammar/PathSegments.h"
 #include "iri/grammar/Unicode.h"
 #include "support/Corpus.h"
+#include "support/RelativisationCases.h"
 
 namespace {
 
@@ -179,8 +180,7 @@ TEST(RelativisationTest, CorpusPairsRoundTrip) {
         for (std::size_t i = 0; i + 1 < group.size(); ++i) {
             for (const auto& [target, base] :
                  {std::pair{&group[i], &group[i + 1]}, std::pair{&group[i + 1], &group[i]}}) {
-                if (containsDotSegments(utf16ToCodePoints(target->getPath(iri1))) &&
-                    !base->getPath(iri1).empty()) {
+                if (fntest::unreachableByResolution(*target, *base)) {
                     ++unreachable;
                     continue;
                 }
@@ -190,14 +190,11 @@ TEST(RelativisationTest, CorpusPairsRoundTrip) {
                 if (back == *target) {
                     continue;
                 }
-                const std::u16string text = relative.toString(false);
-                const std::u16string basePath = base->getPath(iri1);
-                const bool oneTooFew = text.rfind(u"..", 0) == 0 && !basePath.empty() &&
-                                       basePath.back() != u'/' &&
-                                       IRI(u"../" + text).resolveAgainst(*base) == *target;
+                const bool oneTooFew = fntest::isOneDotDotTooFew(relative, *target, *base);
                 EXPECT_TRUE(oneTooFew) << narrow(target->toString(false)) << " against "
-                                       << narrow(base->toString(false)) << " gave " << narrow(text)
-                                       << ", resolving to " << narrow(back.toString(false));
+                                       << narrow(base->toString(false)) << " gave "
+                                       << narrow(relative.toString(false)) << ", resolving to "
+                                       << narrow(back.toString(false));
                 kept += oneTooFew ? 1 : 0;
             }
         }
