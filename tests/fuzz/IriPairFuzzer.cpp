@@ -1,5 +1,5 @@
 // Two IRIs from one input, split at the first tab: a base and a reference. Resolution must never
-// throw and its result must parse again to an equal value; relativisation must either refuse
+// throw and, against an absolute base, its result must parse again to an equal value; relativisation must either refuse
 // with one of its six texts or give a reference that resolves back to the target, apart from
 // the cases recognised in support/RelativisationCases.h.
 #include <algorithm>
@@ -36,10 +36,14 @@ std::optional<IRI> parse(std::string_view bytes) {
     }
 }
 
+// Against a relative base (outside RFC 3986) the result need not be writable as text: a
+// relative path may come out with a colon in its first segment.
 IRI resolve(const IRI& reference, const IRI& base) {
     try {
         IRI target = reference.resolveAgainst(base);
-        FNFUZZ_CHECK(IRI(target.toString(false)) == target);
+        if (base.isAbsolute()) {
+            FNFUZZ_CHECK(IRI(target.toString(false)) == target);
+        }
         return target;
     } catch (const std::exception& e) {
         fnfuzz::unexpected(e, "resolveAgainst or parsing its result");
