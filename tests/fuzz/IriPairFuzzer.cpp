@@ -41,7 +41,13 @@ std::optional<IRI> parse(std::string_view bytes) {
 IRI resolve(const IRI& reference, const IRI& base) {
     try {
         IRI target = reference.resolveAgainst(base);
-        if (base.isAbsolute()) {
+        // Dot removal can leave a path starting with "//" where there is no authority
+        // ("s:/" with ".//x", as RFC 3986 section 5.2.4 does too); RFC 3986 section 3.3 gives
+        // such a path no text of its own, so it reads back with an authority.
+        const bool pathLooksLikeAuthority =
+            !target.hasAuthority() &&
+            target.getPath(foundation::network::iri::Encoding(1)).rfind(u"//", 0) == 0;
+        if (base.isAbsolute() && !pathLooksLikeAuthority) {
             FNFUZZ_CHECK(IRI(target.toString(false)) == target);
         }
         return target;
@@ -68,6 +74,8 @@ void relativise(const IRI& target, const IRI& base) {
     }
     FNFUZZ_CHECK(fntest::unreachableByResolution(target, base) ||
                  fntest::keepsDotSegmentsOfTarget(relative, target, base) ||
+                 fntest::baseHasUnseenDotSegment(base) ||
+                 fntest::rootlessBaseGetsRooted(relative, target, base) ||
                  fntest::isOneDotDotTooFew(relative, target, base));
 }
 

@@ -9,7 +9,6 @@
 #include <tuple>
 #include <vector>
 
-#include "iri/grammar/PathSegments.h"
 #include "iri/grammar/Unicode.h"
 #include "support/Corpus.h"
 #include "support/RelativisationCases.h"
@@ -18,8 +17,6 @@ namespace {
 
 using foundation::network::IRI;
 using foundation::network::iri::detail::codePointsToUtf16;
-using foundation::network::iri::detail::containsDotSegments;
-using foundation::network::iri::detail::utf16ToCodePoints;
 using foundation::network::iri::detail::utf8ToCodePoints;
 
 std::u16string u16(const std::string& utf8) {
@@ -172,7 +169,6 @@ TEST(RelativisationTest, CorpusPairsRoundTrip) {
             // An empty port: not a value.
         }
     }
-    const foundation::network::iri::Encoding iri1(1);
     std::size_t pairs = 0;
     std::size_t kept = 0;
     std::size_t unreachable = 0;

@@ -11,15 +11,31 @@
 
 namespace fntest {
 
+/// Whether a path holds a "." or ".." segment anywhere, also where the library's scan does not
+/// look ("/a/./").
+inline bool hasDotSegment(const std::u16string& path) {
+    std::size_t start = 0;
+    while (true) {
+        const std::size_t end = path.find(u'/', start);
+        const std::u16string segment = path.substr(start, end - start);
+        if (segment == u"." || segment == u"..") {
+            return true;
+        }
+        if (end == std::u16string::npos) {
+            return false;
+        }
+        start = end + 1;
+    }
+}
+
 /// A target that no reference resolves to against this base: resolution removes the dot
 /// segments of a merged path ("/../../etc/passwd"), so a target path holding some is out of
-/// reach once the base has a path.
+/// reach once the base has a path. That includes a "." the scan does not see ("a/./"): the
+/// "../" of a reference makes the scan see the path, and then that "." goes too.
 inline bool unreachableByResolution(const foundation::network::IRI& target,
                                     const foundation::network::IRI& base) {
-    using namespace foundation::network::iri::detail;
     const foundation::network::iri::Encoding asWritten(1);
-    return containsDotSegments(utf16ToCodePoints(target.getPath(asWritten))) &&
-           !base.getPath(asWritten).empty();
+    return hasDotSegment(target.getPath(asWritten)) && !base.getPath(asWritten).empty();
 }
 
 /// The kept case of one ".." too few, recognised by its shape: the result starts with "..", the
@@ -40,11 +56,32 @@ inline bool isOneDotDotTooFew(const foundation::network::IRI& relative,
 inline bool keepsDotSegmentsOfTarget(const foundation::network::IRI& relative,
                                      const foundation::network::IRI& target,
                                      const foundation::network::IRI& base) {
-    using namespace foundation::network::iri::detail;
     const foundation::network::iri::Encoding asWritten(1);
     const std::u16string path = target.getPath(asWritten);
-    return containsDotSegments(utf16ToCodePoints(path)) && base.getPath(asWritten).empty() &&
+    return hasDotSegment(path) && base.getPath(asWritten).empty() &&
            relative.getPath(asWritten) == path;
+}
+
+/// A base path whose only dot segment is a "." before the final "/" ("/a/./"): the scan does not
+/// see it, so relativisation counts it as a directory while resolution, through the "../" of the
+/// result, removes it.
+inline bool baseHasUnseenDotSegment(const foundation::network::IRI& base) {
+    using namespace foundation::network::iri::detail;
+    const std::u16string path = base.getPath(foundation::network::iri::Encoding(1));
+    return hasDotSegment(path) && !containsDotSegments(utf16ToCodePoints(path));
+}
+
+/// A rootless base path ("s:a/b") and a result that climbs with "..": dot removal roots the
+/// merged path, here as in RFC 3986 section 5.2.4 ("a/../c" gives "/c"), so the target comes
+/// back with a leading "/".
+inline bool rootlessBaseGetsRooted(const foundation::network::IRI& relative,
+                                   const foundation::network::IRI& target,
+                                   const foundation::network::IRI& base) {
+    const foundation::network::iri::Encoding asWritten(1);
+    const std::u16string basePath = base.getPath(asWritten);
+    return !basePath.empty() && basePath[0] != u'/' &&
+           relative.getPath(asWritten).rfind(u"..", 0) == 0 &&
+           relative.resolveAgainst(base).getPath(asWritten) == u"/" + target.getPath(asWritten);
 }
 
 }  // namespace fntest
