@@ -16,33 +16,32 @@ using foundation::network::IRI;
 
 enum Shape { kLongPath, kLongQuery, kManySegments, kManyDotSegments };
 
-// A relative reference of about `size` bytes in the given shape (ASCII, so that Boost.URL reads
-// the same text).
+// A relative reference of exactly `size` bytes in the given shape: whole repetitions of the
+// shape's unit, then "x" to fill (so no escape is cut). ASCII, so that Boost.URL reads the same
+// text.
 std::string reference(Shape shape, std::size_t size) {
     std::string text;
+    std::string unit;
     switch (shape) {
         case kLongPath:
             text = "p/";
-            text.append(size - text.size(), 'x');
+            unit = "x";
             break;
         case kLongQuery:
             text = "p?";
-            while (text.size() < size) {
-                text += "k=v%41&";
-            }
+            unit = "k=v%41&";
             break;
         case kManySegments:
-            while (text.size() < size) {
-                text += "seg/";
-            }
+            unit = "seg/";
             break;
         case kManyDotSegments:
-            while (text.size() < size) {
-                text += "a/./b/../";
-            }
+            unit = "a/./b/../";
             break;
     }
-    text.resize(size);
+    while (text.size() + unit.size() <= size) {
+        text += unit;
+    }
+    text.append(size - text.size(), 'x');
     return text;
 }
 
@@ -134,7 +133,7 @@ void BoostUrlResolve(benchmark::State& state) {
 void sizesAndShapes(benchmark::internal::Benchmark* b) {
     b->ArgNames({"bytes", "shape"});
     for (const int shape : {kLongPath, kLongQuery, kManySegments, kManyDotSegments}) {
-        for (const int bytes : {100, 1000, 10000, 100000, 1000000}) {
+        for (const int bytes : {100, 1000, 10000, 100000, 1000000, 4000000}) {
             b->Args({bytes, shape});
         }
     }
