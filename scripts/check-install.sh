@@ -1,23 +1,39 @@
 #!/usr/bin/env bash
-# Installs a built tree to a scratch prefix, then builds and runs the consumer example against
-# it, once through the CMake package and once through pkg-config.
-# Usage: scripts/check-install.sh BUILD_DIR
+# Installs a built tree to a scratch prefix, then builds the example programs against it, once
+# through the CMake package and once through pkg-config, and runs each of them (they need no
+# network beyond loopback). With --subdirectory, also builds them with the library added from
+# this checkout by add_subdirectory (a full build of the library: slow on a small machine).
+# Usage: scripts/check-install.sh BUILD_DIR [--subdirectory]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=$1
+modes=(cmake pkg-config)
+[ "${2:-}" = --subdirectory ] && modes+=(subdirectory)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
 cmake --install "$build" --prefix "$scratch/prefix" >/dev/null
-"$scratch/prefix/bin/fnet" --help >/dev/null
+"$scratch/prefix/bin/fnet" version
+echo "check-install: installed $(cd "$scratch/prefix" && find . -type f | wc -l) files:" \
+    "$(cd "$scratch/prefix" && find . -name '*.so*' -type f | sort | tr '\n' ' ')"
 
 pcdir=$(dirname "$(find "$scratch/prefix" -name foundation-network.pc | head -n 1)")
-for mode in cmake pkg-config; do
-    flags=(-DCMAKE_PREFIX_PATH="$scratch/prefix")
-    [ "$mode" = pkg-config ] && flags=(-DUSE_PKG_CONFIG=ON)
+examples=(iri resolve idn addresses interfaces utf8)
+for mode in "${modes[@]}"; do
+    case "$mode" in
+        cmake) flags=(-DCMAKE_PREFIX_PATH="$scratch/prefix") ;;
+        pkg-config) flags=(-DUSE_PKG_CONFIG=ON) ;;
+        subdirectory) flags=(-DFOUNDATION_NETWORK_SOURCE_DIR="$PWD") ;;
+    esac
     PKG_CONFIG_PATH="$pcdir" cmake -S examples/consumer -B "$scratch/consumer-$mode" -G Ninja \
         "${flags[@]}" >/dev/null
     cmake --build "$scratch/consumer-$mode" >/dev/null
-    "$scratch/consumer-$mode/consumer"
-    echo "check-install: consumer built and ran through $mode"
+    for example in "${examples[@]}"; do
+        "$scratch/consumer-$mode/$example" >"$scratch/$example.out" || {
+            echo "check-install: example $example failed ($mode):" >&2
+            cat "$scratch/$example.out" >&2
+            exit 1
+        }
+    done
+    echo "check-install: ${#examples[@]} examples built and ran through $mode"
 done

@@ -19,12 +19,12 @@ int main() {
     try {
         InetAddress("example.org");  // a literal only: never a lookup
     } catch (const std::invalid_argument& e) {
-        std::cout << e.what() << "\n";
+        std::cout << e.what() << "\n";  // the parser's message: Invalid argument [system:22]
     }
 
     // Lookups block on the calling thread and throw std::system_error with the resolver's code.
     for (const InetAddress& address : InetAddress::getAllByName("localhost")) {
-        std::cout << address.getHostName() << " " << address.toString() << "\n";  // localhost ::1
+        std::cout << address.getHostName() << " " << address.toString() << "\n";  // localhost 127.0.0.1 ...
     }
     std::cout << InetAddress::getByName("localhost").toString() << "\n";
     std::cout << getLocalHostName() << "\n";  // this host's name, no lookup

@@ -20,7 +20,7 @@ int main() {
     // Label errors do not throw: ICU marks the bad label in its result. Only an ICU error
     // code (say, out of memory) throws IdnConverterException, whose what() is ICU's name.
     try {
-        std::cout << converter.toAscii(u"a..b") << "\n";
+        std::cout << converter.toAscii(u"a..b") << "\n";  // a..b: an empty label, no exception
     } catch (const IdnConverterException& e) {
         std::cout << e.what() << "\n";
     }
