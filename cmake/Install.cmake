@@ -8,8 +8,6 @@ set(FNET_CMAKE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/FoundationNetwork")
 set_target_properties(foundation_network PROPERTIES EXPORT_NAME network)
 set_target_properties(foundation_core PROPERTIES EXPORT_NAME core)
 set_target_properties(fl_i18n PROPERTIES EXPORT_NAME fl_i18n)
-# The same names for a project that adds this one with add_subdirectory.
-add_library(foundation::fl_i18n ALIAS fl_i18n)
 # The libraries find each other in their own directory wherever the tree is installed.
 set_target_properties(foundation_network foundation_core fl_i18n PROPERTIES INSTALL_RPATH "$ORIGIN")
 
