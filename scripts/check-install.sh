@@ -1,14 +1,13 @@
 #!/usr/bin/env bash
 # Installs a built tree to a scratch prefix, then builds the example programs against it, once
 # through the CMake package and once through pkg-config, and runs each of them (they need no
-# network beyond loopback). With --subdirectory, also builds them with the library added from
-# this checkout by add_subdirectory (a full build of the library: slow on a small machine).
-# Usage: scripts/check-install.sh BUILD_DIR [--subdirectory]
+# network beyond loopback). Last, builds and runs them once more with the library added from
+# this checkout by add_subdirectory (an unoptimised build of the libraries alone, a few minutes).
+# Usage: scripts/check-install.sh BUILD_DIR
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=$1
-modes=(cmake pkg-config)
-[ "${2:-}" = --subdirectory ] && modes+=(subdirectory)
+modes=(cmake pkg-config subdirectory)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
