@@ -10,11 +10,11 @@ using namespace foundation::network;
 
 int main() {
     const InetAddress v4("192.0.2.1");
-    const InetAddress v6(std::array<unsigned char, 16>{0, 0, 0, 0, 0, 0, 0, 0,
-                                                      0, 0, 0, 0, 0, 0, 0, 1});
-    std::cout << v4.toString() << " IPv" << v4.getVersion() << "\n"            // 192.0.2.1 IPv4
+    const InetAddress v6(
+        std::array<unsigned char, 16>{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1});
+    std::cout << v4.toString() << " IPv" << v4.getVersion() << "\n"              // 192.0.2.1 IPv4
               << v6.getHostAddress() << " loopback " << v6.isLoopback() << "\n"  // ::1 loopback 1
-              << InetAddress("ff02::1").isMulticast() << " "                    // 1
+              << InetAddress("ff02::1").isMulticast() << " "                     // 1
               << InetAddress(std::vector<unsigned char>{10, 0, 0, 1}).bytes().size() << "\n";  // 4
     try {
         InetAddress("example.org");  // a literal only: never a lookup
@@ -24,7 +24,8 @@ int main() {
 
     // Lookups block on the calling thread and throw std::system_error with the resolver's code.
     for (const InetAddress& address : InetAddress::getAllByName("localhost")) {
-        std::cout << address.getHostName() << " " << address.toString() << "\n";  // localhost 127.0.0.1 ...
+        std::cout << address.getHostName() << " " << address.toString()
+                  << "\n";  // localhost 127.0.0.1 ...
     }
     std::cout << InetAddress::getByName("localhost").toString() << "\n";
     std::cout << getLocalHostName() << "\n";  // this host's name, no lookup

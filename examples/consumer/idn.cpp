@@ -11,7 +11,8 @@ int main() {
     for (const char* name : {"Bücher.example", "faß.de", "例え.jp"}) {
         std::cout << converter.toAscii(utf8ToUtf16(name)) << "\n";
     }  // xn--bcher-kva.example, fass.de, xn--r8jz45g.jp
-    std::cout << utf16ToUtf8(converter.toUnicode("xn--bcher-kva.example")) << "\n";  // bücher.example
+    std::cout << utf16ToUtf8(converter.toUnicode("xn--bcher-kva.example"))
+              << "\n";  // bücher.example
 
     // One-off conversions create and destroy an engine on every call.
     std::cout << idn_to_ascii(u"münchen.de") << " "                       // xn--mnchen-3ya.de

@@ -19,8 +19,8 @@ int main() {
         for (const InterfaceAddress& address : nic.getInterfaceAddresses()) {
             std::cout << " " << address.toString();  // 127.0.0.1/8 ::1/128
         }
-        std::cout << " (" << nic.getInetAddresses().size() << " addresses)"
-                  << nic.getDescription() << "\n";  // the description is empty on Linux
+        std::cout << " (" << nic.getInetAddresses().size() << " addresses)" << nic.getDescription()
+                  << "\n";  // the description is empty on Linux
     }
 
     // Interface addresses from the system's own records, or from parts.

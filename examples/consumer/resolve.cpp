@@ -18,7 +18,7 @@ int main() {
 
     const IRI page(u"http://a/b/x/y");
     const IRI relative = page.makeRelativeTo(IRI(u"http://a/b/c/"));
-    std::cout << relative << "\n";                                     // ../x/y
+    std::cout << relative << "\n";                                                  // ../x/y
     std::cout << (relative.resolveAgainst(IRI(u"http://a/b/c/")) == page) << "\n";  // 1
     try {
         page.makeRelativeTo(IRI(u"/no/scheme"));
@@ -27,10 +27,14 @@ int main() {
     }
 
     // Components go in unescaped; the IRI escapes what needs it.
-    const IRI built(IRIArgs().setScheme(u"http").setHost(u"example.org").setPort(8080)
-                        .setPath(u"/a b").setQuery(u"é"));
-    std::cout << utf16ToUtf8(built.toString()) << "\n";  // http://example.org:8080/a%20b?é
-    const IRIArgs parts(built);                          // and back: parts.path == L"/a b"
+    const IRI built(IRIArgs()
+                        .setScheme(u"http")
+                        .setHost(u"example.org")
+                        .setPort(8080)
+                        .setPath(u"/a b")
+                        .setQuery(u"é"));
+    std::cout << utf16ToUtf8(built.toString()) << "\n";       // http://example.org:8080/a%20b?é
+    const IRIArgs parts(built);                               // and back: parts.path == L"/a b"
     std::cout << parts.hostSet << parts.fragmentSet << "\n";  // 10
 
     // Values compare by text, order by text and hash once; they are keys as they are.

@@ -7,7 +7,7 @@
 using namespace foundation::network;
 
 int main() {
-    const std::u16string wide = utf8ToUtf16("bücher 📚");  // 📚 takes two UTF-16 units
+    const std::u16string wide = utf8ToUtf16("bücher 📚");           // 📚 takes two UTF-16 units
     std::cout << wide.size() << " " << utf16ToUtf8(wide) << "\n";  // 9 bücher 📚
 
     // Strict both ways: std::invalid_argument (of the foundation::core::except family).

@@ -39,15 +39,17 @@ TEST(Utf8Test, WellFormedUtf8AtEveryBoundary) {
         {"\xC2\x80", u"\u0080"},
         {"\xDF\xBF", u"\u07FF"},
         {"\xE0\xA0\x80", u"\u0800"},
-        {"\xED\x9F\xBF", u"\uD7FF"},          // last before the surrogates
-        {"\xEE\x80\x80", u"\uE000"},          // first after them
-        {"\xEF\xB7\x90", u"\uFDD0"},          // noncharacters are allowed
+        {"\xED\x9F\xBF", u"\uD7FF"},  // last before the surrogates
+        {"\xEE\x80\x80", u"\uE000"},  // first after them
+        {"\xEF\xB7\x90", u"\uFDD0"},  // noncharacters are allowed
         {"\xEF\xBF\xBE", u"\uFFFE"},
         {"\xEF\xBF\xBF", u"\uFFFF"},
         {"\xF0\x90\x80\x80", u"\U00010000"},
         {"\xF0\x9F\x98\x80", u"\U0001F600"},
         {"\xF4\x8F\xBF\xBF", u"\U0010FFFF"},
-        {"B\xC3\xBC" "cher.example", u"B\u00FCcher.example"},
+        {"B\xC3\xBC"
+         "cher.example",
+         u"B\u00FCcher.example"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(utf8ToUtf16(c.utf8), c.utf16) << c.utf8;
@@ -63,9 +65,9 @@ TEST(Utf8Test, IllFormedUtf8IsRefusedAtItsFirstByteAndReplacedByMaximalSubpart) 
         std::u16string replaced;
     };
     const Case cases[] = {
-        {"\x80", 0, u"\uFFFD"},                                // stray continuation
+        {"\x80", 0, u"\uFFFD"},  // stray continuation
         {"ab\xBF", 2, u"ab\uFFFD"},
-        {"\xC0\xAF", 0, u"\uFFFD\uFFFD"},                      // overlong "/"
+        {"\xC0\xAF", 0, u"\uFFFD\uFFFD"},  // overlong "/"
         {"\xC1\xBF", 0, u"\uFFFD\uFFFD"},
         {"\xE0\x80\xAF", 0, u"\uFFFD\uFFFD\uFFFD"},            // overlong, three bytes
         {"\xF0\x80\x80\xAF", 0, u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // overlong, four bytes
@@ -74,11 +76,15 @@ TEST(Utf8Test, IllFormedUtf8IsRefusedAtItsFirstByteAndReplacedByMaximalSubpart) 
         {"\xF4\x90\x80\x80", 0, u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // above U+10FFFF
         {"\xF5\x80\x80\x80", 0, u"\uFFFD\uFFFD\uFFFD\uFFFD"},
         {"\xFE\xFF", 0, u"\uFFFD\uFFFD"},
-        {"\xC2", 0, u"\uFFFD"},                                // cut short by the end
+        {"\xC2", 0, u"\uFFFD"},  // cut short by the end
         {"\xE2\x82", 0, u"\uFFFD"},
         {"\xF0\x9F\x98", 0, u"\uFFFD"},
-        {"\xE2\x82" "a", 0, u"\uFFFD" "a"},                    // cut short by ASCII
-        {"ab\xE2\x82\xE2\x82\xAC", 2, u"ab\uFFFD\u20AC"},      // ... by another lead byte
+        {"\xE2\x82"
+         "a",
+         0,
+         u"\uFFFD"
+         "a"},                                             // cut short by ASCII
+        {"ab\xE2\x82\xE2\x82\xAC", 2, u"ab\uFFFD\u20AC"},  // ... by another lead byte
         {"\xF0\x9F\x98\x80\xF0\x9F", 4, u"\U0001F600\uFFFD"},
     };
     for (const auto& c : cases) {
@@ -96,11 +102,13 @@ TEST(Utf8Test, UnpairedSurrogatesAreRefusedAtTheirIndex) {
         std::size_t at;
     };
     const Case cases[] = {
-        {u"\xD800", 0},               // high surrogate at the end
-        {u"\xD800" u"a", 0},          // ... before a non-surrogate
-        {u"a\xDC00", 1},              // low surrogate alone
-        {u"\xDC00\xD800", 0},         // a pair in the wrong order
-        {u"\xD800\xD800\xDC00", 0},   // two highs, then one low
+        {u"\xD800", 0},  // high surrogate at the end
+        {u"\xD800"
+         u"a",
+         0},                         // ... before a non-surrogate
+        {u"a\xDC00", 1},             // low surrogate alone
+        {u"\xDC00\xD800", 0},        // a pair in the wrong order
+        {u"\xD800\xD800\xDC00", 0},  // two highs, then one low
         {u"\U0001F600\xDBFF", 2},
     };
     for (const auto& c : cases) {
@@ -150,9 +158,9 @@ TEST(Utf8Test, ShortByteStringsAgreeWithIcu) {
         int32_t written = 0;
         int32_t replaced = 0;
         UErrorCode status = U_ZERO_ERROR;
-        u_strFromUTF8WithSub(reinterpret_cast<UChar*>(out.data()),
-                             static_cast<int32_t>(out.size()), &written, bytes.data(),
-                             static_cast<int32_t>(bytes.size()), 0xFFFD, &replaced, &status);
+        u_strFromUTF8WithSub(reinterpret_cast<UChar*>(out.data()), static_cast<int32_t>(out.size()),
+                             &written, bytes.data(), static_cast<int32_t>(bytes.size()), 0xFFFD,
+                             &replaced, &status);
         out.resize(static_cast<std::size_t>(written));
         return std::make_pair(out, replaced);
     };

@@ -91,7 +91,8 @@ void Cli::error(std::string_view message) const {
 
 std::string Cli::helpText() const {
     std::ostringstream out;
-    out << "usage: fnet " << command_ << " " << usage_ << "\n\n" << description_ << "\n\nOptions:\n";
+    out << "usage: fnet " << command_ << " " << usage_ << "\n\n"
+        << description_ << "\n\nOptions:\n";
     for (const auto& option : options_) {
         std::string left = option.name + (option.value.empty() ? "" : " " + option.value);
         out << "  " << left << std::string(left.size() < 22 ? 22 - left.size() : 1, ' ')
