@@ -11,12 +11,18 @@ modes=(cmake pkg-config subdirectory)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
-cmake --install "$build" --prefix "$scratch/prefix" >/dev/null
+# Installed in one place and used from another: the tree must not depend on where it was put.
+cmake --install "$build" --prefix "$scratch/staging" >/dev/null
+mv "$scratch/staging" "$scratch/prefix"
 "$scratch/prefix/bin/fnet" version
+pcdir=$(dirname "$(find "$scratch/prefix" -name foundation-network.pc | head -n 1)")
+for library in foundation_network foundation_core fl_i18n; do
+    soname=$(readelf -d "$(dirname "$pcdir")/lib$library.so" | sed -n 's/.*SONAME.*\[\(.*\)\]/\1/p')
+    [ "$soname" = "lib$library.so.0" ] || { echo "check-install: lib$library has SONAME '$soname'" >&2; exit 1; }
+done
 echo "check-install: installed $(cd "$scratch/prefix" && find . -type f | wc -l) files:" \
     "$(cd "$scratch/prefix" && find . -name '*.so*' -type f | sort | tr '\n' ' ')"
 
-pcdir=$(dirname "$(find "$scratch/prefix" -name foundation-network.pc | head -n 1)")
 examples=(iri resolve idn addresses interfaces utf8)
 for mode in "${modes[@]}"; do
     case "$mode" in
