@@ -1,4 +1,5 @@
 // fnet idn: host names between Unicode and ASCII (Punycode) form.
+#include <exception>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -13,7 +14,6 @@ namespace fnet {
 namespace {
 
 using foundation::network::IdnConverter;
-using foundation::network::IdnConverterException;
 
 struct Outcome {
     std::optional<std::string> output;  ///< UTF-8; absent on failure
@@ -30,7 +30,7 @@ Outcome convert(const IdnConverter& converter, bool toAscii, const std::string& 
             return {converter.toAscii(*wide), {}};
         }
         return {utf16ToUtf8(converter.toUnicode(input)), {}};
-    } catch (const IdnConverterException& e) {
+    } catch (const std::exception& e) {  // IdnConverterException, or a result UTF-8 cannot carry
         return {std::nullopt, e.what()};
     }
 }
