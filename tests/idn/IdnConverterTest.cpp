@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <type_traits>
 
 #include "RawIcu.h"
 #include "idn/IdnConverterAccess.h"
@@ -160,17 +159,6 @@ TEST(IdnConverterTest, CopiesShareOneEngine) {
         EXPECT_EQ(second.toAscii(u"B\u00fccher.example"), "xn--bcher-kva.example");
     }
     EXPECT_TRUE(shared.expired()) << "the last copy must release the engine";
-}
-
-TEST(IdnConverterTest, OneShotFunctionsCreateTheirOwnEngine) {
-    static_assert(std::is_same_v<decltype(idn_to_ascii(u"")), std::string>);
-    static_assert(std::is_same_v<decltype(ascii_to_idn("")), std::u16string>);
-    const IdnConverter converter;
-    for (const std::string& line : fntest::readLines("idn.txt", 50)) {
-        const std::u16string name = fntest::fromUtf8(line);
-        EXPECT_EQ(idn_to_ascii(name), converter.toAscii(name));
-        EXPECT_EQ(ascii_to_idn(line), converter.toUnicode(line));
-    }
 }
 
 }  // namespace
