@@ -154,6 +154,7 @@ TEST(IRI, ComponentsReadInEveryEncoding) {
     EXPECT_EQ(iri.getScheme(), u"http");
     EXPECT_EQ(iri.getPortNumber(), 8080);
     EXPECT_EQ(IRI(u"s:p/q?x#f").getSchemeSpecificPart(Encoding(1)), u"p/q?x");
+    EXPECT_EQ(IRI(u"s://h:1?#").getSchemeSpecificPart(Encoding(3)), u"//h:1?");
     EXPECT_EQ(iri.toAsciiString(false),
               u"http://u%40v@%C3%A9x.org:8080/p%2F%C3%A9%20/?q=%C3%A9&r=%3D#fr%C3%A9");
     EXPECT_EQ(iri.toStringFromParts(Encoding(0)),
@@ -223,6 +224,7 @@ TEST(IRI, CachesFollowCopiesMovesSwapsAssignmentsAndClear) {
             EXPECT_EQ(iri.toStringFromParts(Encoding(e)), u"");
         }
         EXPECT_FALSE(iri.hasScheme());
+        EXPECT_FALSE(iri.hasQuery());
         EXPECT_EQ(iri.hashValue(), 0u);
     };
     EXPECT_NE(hashA, 0u);

@@ -8,6 +8,19 @@ namespace {
 
 using namespace foundation::network::iri::detail;
 
+TEST(PercentDecoderTest, DoNotDecodeSetsAreTheStoredOnes) {
+    EXPECT_EQ(kUserInfoDoNotDecode.size(), 19u);
+    EXPECT_EQ(kHostDoNotDecode.size(), 10u);
+    EXPECT_EQ(kPathDoNotDecode.size(), 12u);
+    EXPECT_EQ(kQueryDoNotDecode.size(), 7u);
+    EXPECT_EQ(kFragmentDoNotDecode.size(), 6u);
+    for (const auto set : {kUserInfoDoNotDecode, kHostDoNotDecode, kPathDoNotDecode,
+                           kQueryDoNotDecode, kFragmentDoNotDecode}) {
+        EXPECT_EQ(set.front(), L' ');
+        EXPECT_NE(set.find(L'%'), std::wstring_view::npos);
+    }
+}
+
 TEST(PercentDecoderTest, DecodesEscapesOutsideTheSet) {
     const struct {
         std::wstring in;
