@@ -1,23 +1,44 @@
 #!/usr/bin/env bash
-# Installs a built tree to a scratch prefix, then builds and runs the consumer example against
-# it, once through the CMake package and once through pkg-config.
+# Installs a built tree to a scratch prefix, then builds the example programs against it, once
+# through the CMake package and once through pkg-config, and runs each of them (they need no
+# network beyond loopback). Last, builds and runs them once more with the library added from
+# this checkout by add_subdirectory (an unoptimised build of the libraries alone, a few minutes).
 # Usage: scripts/check-install.sh BUILD_DIR
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=$1
+modes=(cmake pkg-config subdirectory)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
-cmake --install "$build" --prefix "$scratch/prefix" >/dev/null
-"$scratch/prefix/bin/fnet" --help >/dev/null
-
+# Installed in one place and used from another: the tree must not depend on where it was put.
+cmake --install "$build" --prefix "$scratch/staging" >/dev/null
+mv "$scratch/staging" "$scratch/prefix"
+"$scratch/prefix/bin/fnet" version
 pcdir=$(dirname "$(find "$scratch/prefix" -name foundation-network.pc | head -n 1)")
-for mode in cmake pkg-config; do
-    flags=(-DCMAKE_PREFIX_PATH="$scratch/prefix")
-    [ "$mode" = pkg-config ] && flags=(-DUSE_PKG_CONFIG=ON)
+for library in foundation_network foundation_core fl_i18n; do
+    soname=$(readelf -d "$(dirname "$pcdir")/lib$library.so" | sed -n 's/.*SONAME.*\[\(.*\)\]/\1/p')
+    [ "$soname" = "lib$library.so.0" ] || { echo "check-install: lib$library has SONAME '$soname'" >&2; exit 1; }
+done
+echo "check-install: installed $(cd "$scratch/prefix" && find . -type f | wc -l) files:" \
+    "$(cd "$scratch/prefix" && find . -name '*.so*' -type f | sort | tr '\n' ' ')"
+
+examples=(iri resolve idn addresses interfaces utf8)
+for mode in "${modes[@]}"; do
+    case "$mode" in
+        cmake) flags=(-DCMAKE_PREFIX_PATH="$scratch/prefix") ;;
+        pkg-config) flags=(-DUSE_PKG_CONFIG=ON) ;;
+        subdirectory) flags=(-DFOUNDATION_NETWORK_SOURCE_DIR="$PWD") ;;
+    esac
     PKG_CONFIG_PATH="$pcdir" cmake -S examples/consumer -B "$scratch/consumer-$mode" -G Ninja \
         "${flags[@]}" >/dev/null
     cmake --build "$scratch/consumer-$mode" >/dev/null
-    "$scratch/consumer-$mode/consumer"
-    echo "check-install: consumer built and ran through $mode"
+    for example in "${examples[@]}"; do
+        "$scratch/consumer-$mode/$example" >"$scratch/$example.out" || {
+            echo "check-install: example $example failed ($mode):" >&2
+            cat "$scratch/$example.out" >&2
+            exit 1
+        }
+    done
+    echo "check-install: ${#examples[@]} examples built and ran through $mode"
 done

@@ -67,35 +67,6 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
 
     TemplateIRI t;
-    const auto takeFragment = [&] {
-        if (a.fragmentPresent) {
-            t.parts.setFragment(a.parts.getFragment(kIriForm), kIriForm);
-            t.fragmentPresent = true;
-        }
-    };
-    const auto takeQuery = [&] {
-        if (a.queryPresent) {
-            t.queryOption = a.queryOption;
-            t.parts.setQuery(a.parts.getQuery(kIriForm), kIriForm, a.queryOption);
-            t.queryPresent = true;
-        }
-    };
-    const auto takeAuthority = [&] {
-        if (a.userInfoPresent) {
-            t.parts.setUserInfo(a.parts.getUserInfo(kIriForm), kIriForm);
-            t.userInfoPresent = true;
-        }
-        if (a.hostPresent) {
-            t.parts.setHost(a.parts.getHost(kIriForm), kIriForm);
-            t.hostPresent = true;
-        }
-        if (a.portPresent) {
-            t.port = a.port;
-            t.portUtf16 = a.portUtf16;
-            t.portNumber = a.portNumber;
-            t.portPresent = true;
-        }
-    };
     const auto setPath = [&](String path) {
         t.pathEmpty = path.empty();
         t.absolutePath = !path.empty() && path.front() == FORWARD_SLASH;
@@ -106,7 +77,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         if (t.pathEmpty) {
             t.parts.setPath(String(), kIriForm);
         }
-        takeFragment();
+        t.takeFragmentFrom(a);
         t.finishFlags();
         return std::move(t);
     };
@@ -156,10 +127,10 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     const bool pathLooksLikeAuthority = path.rfind(L"//", 0) == 0;
     if (authorityDiffers ||
         (a.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
-        takeAuthority();
+        t.takeAuthorityFrom(a);
         setPath(path);
         t.pathHasDotSegments = a.pathHasDotSegments;
-        takeQuery();
+        t.takeQueryFrom(a);
         return finish();
     }
 
@@ -171,7 +142,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         if (!a.queryPresent && !a.authorityPresent && b.queryPresent) {
             refuse("Cannot make relative to base as base has query but this does not");
         }
-        takeQuery();
+        t.takeQueryFrom(a);
         return finish();
     }
 
@@ -199,7 +170,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     // Equal queries are left to resolution only where the path is empty: a non-empty path
     // drops the base's query.
     if (a.queryPresent && (!sameQuery || !t.pathEmpty)) {
-        takeQuery();
+        t.takeQueryFrom(a);
     }
     return finish();
 }

@@ -42,46 +42,16 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     const TemplateIRI& b = base;
     TemplateIRI t;
 
-    const auto takeScheme = [&t](const TemplateIRI& from) {
-        t.scheme = from.scheme;
-        t.schemeUtf16 = from.schemeUtf16;
-        t.schemePresent = true;
-    };
-    const auto takeAuthority = [&t](const TemplateIRI& from) {
-        if (from.userInfoPresent) {
-            t.parts.setUserInfo(from.parts.getUserInfo(kIriForm), kIriForm);
-            t.userInfoPresent = true;
-        }
-        if (from.hostPresent) {
-            t.parts.setHost(from.parts.getHost(kIriForm), kIriForm);
-            t.hostPresent = true;
-        }
-        if (from.portPresent) {
-            t.port = from.port;
-            t.portUtf16 = from.portUtf16;
-            t.portNumber = from.portNumber;
-            t.portPresent = true;
-        }
-    };
-    // Queries move with their option.
-    const auto takeQuery = [&t](const TemplateIRI& from) {
-        if (from.queryPresent) {
-            t.queryOption = from.queryOption;
-            t.parts.setQuery(from.parts.getQuery(kIriForm), kIriForm, from.queryOption);
-            t.queryPresent = true;
-        }
-    };
-
     if (r.empty.load()) {
         if (!b.fragmentPresent) {
             return b;
         }
         // The base without its fragment.
         if (b.schemePresent) {
-            takeScheme(b);
+            t.takeSchemeFrom(b);
         }
-        takeAuthority(b);
-        takeQuery(b);
+        t.takeAuthorityFrom(b);
+        t.takeQueryFrom(b);
         t.parts.setPath(storedPath(b.parts, kIriForm), kIriForm);
         t.pathEmpty = b.pathEmpty;
         t.absolutePath = b.absolutePath;
@@ -108,15 +78,15 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     };
 
     if (r.schemePresent) {
-        takeScheme(r);
-        takeAuthority(r);
+        t.takeSchemeFrom(r);
+        t.takeAuthorityFrom(r);
         path = referencePath();
-        takeQuery(r);
+        t.takeQueryFrom(r);
     } else {
         if (r.authorityPresent) {
-            takeAuthority(r);
+            t.takeAuthorityFrom(r);
             path = referencePath();
-            takeQuery(r);
+            t.takeQueryFrom(r);
         } else {
             const String& basePath = storedPath(b.parts, kIriForm);
             const String& referenceText = storedPath(r.parts, kIriForm);
@@ -124,18 +94,18 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
                 if (!b.pathEmpty) {
                     path = basePath;
                 }
-                takeQuery(r.queryPresent ? r : b);
+                t.takeQueryFrom(r.queryPresent ? r : b);
             } else if (r.absolutePath) {
                 std::vector<String> segments;
                 path = r.pathHasDotSegments ? r.resolvePathComponents(segments, absolute)
                                             : referenceText;
-                takeQuery(r);
+                t.takeQueryFrom(r);
             } else if (b.authorityPresent && b.pathEmpty) {
                 // Kept deliberately: no dot-segment removal here, unlike RFC 3986.
                 path.reserve(referenceText.size() + 1);
                 path += L'/';
                 path += referenceText;
-                takeQuery(r);
+                t.takeQueryFrom(r);
             } else if (!b.pathHasDotSegments && !r.pathHasDotSegments) {
                 // The RFC 3986 merge.
                 const auto slash = basePath.rfind(L'/');
@@ -144,7 +114,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
                     path.assign(basePath, 0, slash + 1);
                 }
                 path += referenceText;
-                takeQuery(r);
+                t.takeQueryFrom(r);
             } else {
                 std::vector<String> segments;
                 splitPathIntoSegments(b.pathHasDotSegments
@@ -166,18 +136,15 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
                     }
                 }
                 path = r.resolvePathComponents(segments, absolute);
-                takeQuery(r);
+                t.takeQueryFrom(r);
             }
-            takeAuthority(b);
+            t.takeAuthorityFrom(b);
         }
         if (b.schemePresent) {
-            takeScheme(b);
+            t.takeSchemeFrom(b);
         }
     }
-    if (r.fragmentPresent) {
-        t.parts.setFragment(r.parts.getFragment(kIriForm), kIriForm);
-        t.fragmentPresent = true;
-    }
+    t.takeFragmentFrom(r);
     // Never set by resolution: a result is taken as free of dot segments when it serves as a
     // base later.
     t.pathHasDotSegments = false;

@@ -161,6 +161,12 @@ private:
     void setArgsFragment(ArgsBase<String>& args) const;
     std::uint64_t computeHash() const;
     void finishFlags();
+    // Resolution and relativisation assemble their results from the operands' components, each
+    // copied in its IRI form with its presence flag (ComponentTransfer.cpp).
+    void takeSchemeFrom(const TemplateIRI& from);
+    void takeAuthorityFrom(const TemplateIRI& from);
+    void takeQueryFrom(const TemplateIRI& from);
+    void takeFragmentFrom(const TemplateIRI& from);
 
     TemplateIRI(const TemplateIRI& other, const std::lock_guard<std::mutex>& sourceLock);
     TemplateIRI(TemplateIRI&& other, const std::lock_guard<std::mutex>& sourceLock) noexcept;

@@ -27,11 +27,4 @@ TEST(IdnConverterExceptionTest, WhatIsTheIcuErrorNameExactly) {
     }
 }
 
-TEST(IdnConverterExceptionTest, CopiesKeepTheMessage) {
-    const IdnConverterException original("U_INDEX_OUTOFBOUNDS_ERROR");
-    const IdnConverterException copy = original;  // NOLINT(performance-unnecessary-copy-initialization)
-    EXPECT_STREQ(copy.what(), "U_INDEX_OUTOFBOUNDS_ERROR");
-    EXPECT_STREQ(original.what(), "U_INDEX_OUTOFBOUNDS_ERROR");
-}
-
 }  // namespace

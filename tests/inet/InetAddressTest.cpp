@@ -106,13 +106,9 @@ TEST(InetAddressTest, VectorsOfOtherSizesAreRefusedWithTheExactMessage) {
         try {
             InetAddress address{Bytes(size, 1)};
             ADD_FAILURE() << "accepted " << address.toString();
-        } catch (const foundation::core::except::IInternalException&) {
-            // And catchable by its standard base:
-            EXPECT_THROW(InetAddress{Bytes(size, 1)}, std::invalid_argument);
-        }
-        try {
-            InetAddress address{Bytes(size, 1)};
         } catch (const std::invalid_argument& e) {
+            EXPECT_NE(dynamic_cast<const foundation::core::except::IInternalException*>(&e),
+                      nullptr);
             EXPECT_EQ(std::string(e.what()),
                       "Can not create InetAddress from " + std::to_string(size) +
                           " elements. Vector must have 0, 4 or 16 elements.");
@@ -142,14 +138,6 @@ TEST(InetAddressTest, TextThatIsNoLiteralIsRefusedWithoutLookup) {
             EXPECT_STREQ(e.message(), parserMessage.c_str());
         }
     }
-}
-
-TEST(InetAddressTest, CopiesShareTheImplementation) {
-    const InetAddress original("2001:db8::1");
-    const InetAddress copy = original;  // NOLINT(performance-unnecessary-copy-initialization)
-    EXPECT_EQ(&foundation::network::getInetAddressImpl(original),
-              &foundation::network::getInetAddressImpl(copy));
-    EXPECT_TRUE(foundation::network::getInetAddressImpl(copy).address().is_v6());
 }
 
 TEST(InetAddressTest, AStoredHostNameIsReturnedWithoutLookupAndNeverPrinted) {

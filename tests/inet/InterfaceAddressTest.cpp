@@ -152,10 +152,8 @@ TEST(InterfaceAddressTest, FactoriesFromRecordsAndPrefixes) {
     EXPECT_EQ(errorOf([&] { makeInterfaceAddress(&address6, static_cast<unsigned char>(255)); }),
               "prefix length too large");
     EXPECT_EQ(makeAddress(&address6).to_v6().scope_id(), 0u);
-    EXPECT_EQ(makeAddress(&address4).to_string(), "198.51.100.1");
 
     const auto impl = std::make_shared<InetAddressImpl>(boost::asio::ip::make_address("::2"));
-    EXPECT_EQ(makeInetAddress(impl).getHostAddress(), "::2");
     EXPECT_EQ(&getInetAddressImpl(makeInetAddress(impl)), impl.get());
     const auto interfaceImpl =
         std::make_shared<InterfaceAddressImpl>(boost::asio::ip::make_address("::2"), 127);
@@ -182,10 +180,8 @@ TEST(HardwareAddressTest, BytesPrintAsLowerCaseHexPairs) {
     for (const auto& [bytes, text] : cases) {
         const HardwareAddress address(bytes);
         EXPECT_EQ(address.toString(), text);
-        EXPECT_EQ(address.bytes(), bytes);
     }
     EXPECT_EQ(HardwareAddress().toString(), "");
-    EXPECT_TRUE(HardwareAddress().bytes().empty());
 }
 
 }  // namespace

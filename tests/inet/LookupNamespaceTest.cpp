@@ -133,18 +133,17 @@ protected:
         return addresses;
     }
 
-    // The canonical name getent ahosts reports (on its first line).
-    static std::string getentCanonical(const std::string& name) {
-        const auto lines = fntest::lines(host_->exec({"getent", "ahosts", name}).out);
+    // Field `field` of the first line `getent DATABASE KEY` prints ("" when there is none):
+    // ahosts NAME field 2 is the canonical name, hosts ADDRESS field 1 the name.
+    static std::string getentField(const char* database, const std::string& key,
+                                   std::size_t field) {
+        const auto lines = fntest::lines(host_->exec({"getent", database, key}).out);
         const auto fields = lines.empty() ? std::vector<std::string>{} : words(lines.front());
-        return fields.size() >= 3 ? fields[2] : "";
+        return fields.size() > field ? fields[field] : "";
     }
 
-    // The name `getent hosts ADDRESS` reports.
     static std::string getentName(const std::string& address) {
-        const auto lines = fntest::lines(host_->exec({"getent", "hosts", address}).out);
-        const auto fields = lines.empty() ? std::vector<std::string>{} : words(lines.front());
-        return fields.size() >= 2 ? fields[1] : "";
+        return getentField("hosts", address, 1);
     }
 
     static void expectNotFound(const std::vector<std::vector<std::string>>& records) {
@@ -280,7 +279,7 @@ TEST_F(LookupNamespaceTest, CanonicalNameFollowsTheCnameChainFromTheReverseName)
     const auto records = probe("canonical", "10.200.0.51");
     ASSERT_EQ(records.size(), 1u);
     EXPECT_EQ(records[0][0], "dual.zone.test");
-    EXPECT_EQ(records[0][0], getentCanonical(getentName("10.200.0.51")));
+    EXPECT_EQ(records[0][0], getentField("ahosts", getentName("10.200.0.51"), 2));
 
     // The name an address carries is not used: a literal starts from the reverse name.
     const auto fromLiteral = probe("canonical-by-name", "10.200.0.21");

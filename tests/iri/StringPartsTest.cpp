@@ -24,22 +24,6 @@ std::string messageOf(const std::function<void()>& f) {
     return "(no exception)";
 }
 
-TEST(StringParts, EmptinessFollowsWhatIsStored) {
-    StringParts parts;
-    EXPECT_TRUE(parts.isEmpty());
-    parts.setPath(L"", kIri);
-    EXPECT_TRUE(parts.isEmpty());
-    EXPECT_EQ(parts.getPath(kIri), L"");
-    parts.setPath(L"/", kIri);
-    EXPECT_FALSE(parts.isEmpty());
-    StringParts withQuery;
-    withQuery.setQuery(L"", kIri, false);
-    EXPECT_FALSE(withQuery.isEmpty());
-    withQuery.reset();
-    EXPECT_TRUE(withQuery.isEmpty());
-    EXPECT_FALSE(withQuery.hasQuery());
-}
-
 TEST(StringParts, AbsentComponentsThrowWithTheirSuffix) {
     const StringParts parts;
     EXPECT_EQ(messageOf([&] { parts.getUserInfo(kIri); }), "Item not set: UserInfo");
@@ -108,36 +92,6 @@ TEST(StringParts, QueryOptionMakesTheDecodedFormOctets) {
     StringParts plain;
     plain.setQuery(L"\u00E9", kIri, false);
     EXPECT_EQ(plain.getQuery(kDecoded), L"\u00E9");
-}
-
-TEST(StringParts, CopiesMovesAndSwapsKeepValuesAndDerivedForms) {
-    StringParts a;
-    a.setHost(L"\u00E9", kIri);
-    a.setPath(L"/p%20q", kIri);
-    const std::wstring& uriHost = a.getHost(kUri);
-    EXPECT_EQ(uriHost, L"%C3%A9");
-
-    StringParts copy(a);
-    EXPECT_EQ(copy, a);
-    EXPECT_EQ(copy.getHost(kUri), L"%C3%A9");
-    EXPECT_EQ(copy.getPath(kDecoded), L"/p q");
-
-    StringParts b;
-    b.setFragment(L"f", kIri);
-    EXPECT_NE(a, b);
-    b.swap(copy);
-    EXPECT_EQ(b, a);
-    EXPECT_EQ(copy.getFragment(kIri), L"f");
-    EXPECT_FALSE(copy.hasHost());
-
-    StringParts moved(std::move(b));
-    EXPECT_EQ(moved.getPath(kIri), L"/p%20q");
-    StringParts assigned;
-    assigned = moved;
-    EXPECT_EQ(assigned, moved);
-    assigned = StringParts();
-    EXPECT_TRUE(assigned.isEmpty());
-    EXPECT_EQ(assigned, StringParts());
 }
 
 TEST(StringParts, EqualityComparesComponentByComponent) {

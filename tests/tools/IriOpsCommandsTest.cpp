@@ -1,43 +1,18 @@
 // End to end: the built fnet's resolve, relativize, build and compare subcommands, their exit
 // statuses and JSON keys.
-#include <sys/wait.h>
-#include <unistd.h>
+#include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 
-#include <gtest/gtest.h>
+#define FNET_EXE FNET_BINARY
+#include "support/RunFnet.h"
 
 namespace {
 
-struct Outcome {
-    int status;
-    std::string out;
-};
+using Outcome = fntest::ToolRun;
 
-// Runs fnet with `arguments` (shell words) and `stdinText` on its standard input.
 Outcome fnet(const std::string& arguments, const std::string& stdinText = "") {
-    char inputPath[] = "/tmp/fnet_iri_ops_test_XXXXXX";
-    const int fd = mkstemp(inputPath);
-    if (fd < 0 ||
-        write(fd, stdinText.data(), stdinText.size()) != static_cast<ssize_t>(stdinText.size())) {
-        return {-1, ""};
-    }
-    close(fd);
-    const std::string command =
-        "'" FNET_BINARY "' " + arguments + " < " + inputPath + " 2>/dev/null";
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) {
-        return {-1, ""};
-    }
-    std::string out;
-    char buffer[4096];
-    while (const std::size_t n = fread(buffer, 1, sizeof buffer, pipe)) {
-        out.append(buffer, n);
-    }
-    const int status = pclose(pipe);
-    unlink(inputPath);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out};
+    return fntest::runFnet(arguments, stdinText);
 }
 
 TEST(IriOpsCommandsTest, Resolve) {

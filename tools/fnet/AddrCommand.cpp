@@ -11,7 +11,12 @@ namespace fnet {
 int runAddr(int argc, char** argv) {
     Cli cli("addr", "[--json] [--] TEXT...",
             "Parses each numeric IPv4 or IPv6 address (no name lookup) and prints its version,\n"
-            "whether it is loopback or multicast, its bytes and its canonical text.");
+            "whether it is loopback or multicast, its bytes and its canonical text. Plain output:\n"
+            "one line per address, tab-separated: its text, IPv4 or IPv6, \"loopback\" and\n"
+            "\"multicast\" when they hold, \"bytes\" and the bytes in decimal. With --json: the\n"
+            "keys input, version, loopback, multicast, bytes (an array of numbers) and text.\n"
+            "Text that is no address literal prints the parser's message (JSON: input, error)\n"
+            "and counts as failed.");
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
     }

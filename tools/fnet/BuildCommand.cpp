@@ -25,7 +25,8 @@ int runBuild(int argc, char** argv) {
             "Builds an IRI from the components given (UTF-8, unescaped: the IRI escapes what\n"
             "needs escaping) and prints it as `fnet iri` does. Refused combinations print\n"
             "their reason (\"Malformed scheme\", \"User Info requires a host\", \"Port requires\n"
-            "a host\", \"Path cannot be relative if authority present\") and exit with 1.",
+            "a host\", \"Path cannot be relative if authority present\") and exit with 1. With\n"
+            "--json: one object with the keys of `fnet iri --json` (input is the options given).",
             {{"--scheme", "S", "the scheme"},
              {"--user-info", "U", "the user info"},
              {"--host", "H", "the host (an IP literal with its brackets: [::1])"},
@@ -35,6 +36,7 @@ int runBuild(int argc, char** argv) {
              {"--fragment", "F", "the fragment"},
              {"--query-as-octets", "", "store the query as its UTF-8 octets"},
              {"--scheme-checked", "", "skip the scheme check"}});
+    cli.takesNoInput();
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
     }
@@ -49,7 +51,7 @@ int runBuild(int argc, char** argv) {
             return;
         }
         input += (input.empty() ? "" : " ") + std::string(option) + " " + cli.value(option);
-        if (const std::optional<std::u16string> utf16 = utf8ToUtf16(cli.value(option))) {
+        if (const std::optional<std::u16string> utf16 = decodeInput(cli.value(option))) {
             (args.*set)(*utf16);
         } else {
             error = std::string(kInvalidUtf8) + " (" + option + ")";

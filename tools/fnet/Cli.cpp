@@ -91,17 +91,26 @@ void Cli::error(std::string_view message) const {
 
 std::string Cli::helpText() const {
     std::ostringstream out;
-    out << "usage: fnet " << command_ << " " << usage_ << "\n\n" << description_ << "\n\nOptions:\n";
+    out << "usage: fnet " << command_ << " " << usage_ << "\n\n"
+        << description_ << "\n\nOptions:\n";
     for (const auto& option : options_) {
         std::string left = option.name + (option.value.empty() ? "" : " " + option.value);
         out << "  " << left << std::string(left.size() < 22 ? 22 - left.size() : 1, ' ')
             << option.help << "\n";
     }
+    if (!takesInput_) {
+        out << "  --json                JSON output: one object per line\n"
+               "  --help                show this help\n\n"
+               "Exit status: 0 on success, 1 on failure (its message on standard error),\n"
+               "2 on a usage error.\n";
+        return out.str();
+    }
     out << "  --json                one JSON object per input, one per line\n"
            "  --help                show this help\n"
            "  --                    end of options: every later argument is an input\n\n"
            "An input '-' reads inputs from standard input, one per line (UTF-8).\n"
-           "Exit status: 0 when every input succeeded, 1 when any failed, 2 on a usage error.\n";
+           "Exit status: 0 when every input succeeded, 1 when any failed (its message on\n"
+           "standard error, the other inputs still processed), 2 on a usage error.\n";
     return out.str();
 }
 

@@ -55,12 +55,20 @@ public:
 
     std::string helpText() const;
 
+    /// Marks a subcommand that reads no inputs (hostname, interfaces, build): its --help then
+    /// says "0 on success, 1 on failure" instead of speaking of inputs.
+    Cli& takesNoInput() {
+        takesInput_ = false;
+        return *this;
+    }
+
 private:
     std::string command_;
     std::string usage_;
     std::string description_;
     std::vector<Option> options_;
     bool json_ = false;
+    bool takesInput_ = true;
     std::map<std::string, std::string> values_;
     std::vector<std::string> arguments_;
 };

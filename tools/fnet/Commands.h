@@ -11,6 +11,9 @@ struct Command {
     int (*run)(int argc, char** argv);
 };
 
+/// fnet version: the version of the tool and library.
+int runVersion(int argc, char** argv);
+
 /// fnet parse: IRI references checked by the grammar, with their components.
 int runParse(int argc, char** argv);
 int runIri(int argc, char** argv);

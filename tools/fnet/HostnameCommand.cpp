@@ -9,7 +9,10 @@
 namespace fnet {
 
 int runHostname(int argc, char** argv) {
-    Cli cli("hostname", "[--json]", "Prints the local host's name (gethostname).");
+    Cli cli("hostname", "[--json]",
+            "Prints the local host's name as gethostname reports it, one line, or with --json\n"
+            "one object with the key name (on failure: error, with the system's message).");
+    cli.takesNoInput();
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
     }

@@ -1,4 +1,5 @@
 // fnet idn: host names between Unicode and ASCII (Punycode) form.
+#include <exception>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -13,7 +14,6 @@ namespace fnet {
 namespace {
 
 using foundation::network::IdnConverter;
-using foundation::network::IdnConverterException;
 
 struct Outcome {
     std::optional<std::string> output;  ///< UTF-8; absent on failure
@@ -21,7 +21,7 @@ struct Outcome {
 };
 
 Outcome convert(const IdnConverter& converter, bool toAscii, const std::string& input) {
-    const std::optional<std::u16string> wide = utf8ToUtf16(input);
+    const std::optional<std::u16string> wide = decodeInput(input);
     if (!wide) {
         return {std::nullopt, kInvalidUtf8};
     }
@@ -30,7 +30,7 @@ Outcome convert(const IdnConverter& converter, bool toAscii, const std::string& 
             return {converter.toAscii(*wide), {}};
         }
         return {utf16ToUtf8(converter.toUnicode(input)), {}};
-    } catch (const IdnConverterException& e) {
+    } catch (const std::exception& e) {  // IdnConverterException, or a result UTF-8 cannot carry
         return {std::nullopt, e.what()};
     }
 }
@@ -41,7 +41,10 @@ int runIdn(int argc, char** argv) {
     Cli cli("idn", "[--to-ascii|--to-unicode] [--json] [--] NAME...",
             "Converts host names between Unicode and ASCII (Punycode) form after Unicode TS #46\n"
             "(transitional processing). Labels ICU finds faulty are printed as ICU writes them;\n"
-            "a failure prints ICU's error name.",
+            "a failure prints ICU's error name. Plain output: one converted name per line. With\n"
+            "--json: one object per name with the keys input, direction (\"toAscii\" or\n"
+            "\"toUnicode\"), output and error (one of the two null). A name that is not UTF-8\n"
+            "fails with \"input is not valid UTF-8\".",
             {{"--to-ascii", "", "Unicode to ASCII form (the default)"},
              {"--to-unicode", "", "ASCII to Unicode form"}});
     if (const auto status = cli.parse(argc, argv)) {

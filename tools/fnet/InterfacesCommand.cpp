@@ -54,8 +54,12 @@ void print(const Cli& cli, const NetworkInterface& interface, bool listed, bool 
 int runInterfaces(int argc, char** argv) {
     Cli cli("interfaces", "[--all] [--json]",
             "Lists the host's interfaces that are up and running and carry an IP address: name,\n"
-            "state, link-layer address and addresses with prefix lengths, in the system's order.",
+            "state, link-layer address and addresses with prefix lengths, in the system's order,\n"
+            "one line per interface (in the manner of `ip -br addr`). With --json: one object per\n"
+            "interface with the keys name, up, loopback, multicast, mac (\"\" when none),\n"
+            "addresses (\"ADDRESS/PREFIX\" texts) and listed (false only with --all).",
             {{"--all", "", "also the interfaces the list leaves out, marked \"(not listed)\""}});
+    cli.takesNoInput();
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
     }

@@ -119,7 +119,9 @@ int runIri(int argc, char** argv) {
             "absolute, opaque, hasAuthority, hasAbsolutePath, scheme, port, portNumber,\n"
             "userInfo, host, path, query, fragment, authority, schemeSpecificPart (each null or\n"
             "an object with the keys \"0\" to \"4\"), toString, toStringStrict, toAsciiString,\n"
-            "toAsciiStringStrict.");
+            "toAsciiStringStrict. Plain output: one \"key value\" line per item, values quoted\n"
+            "as JSON strings, a blank line after each input. Text that is not an IRI reference\n"
+            "prints the reason (\"IRI parsing failed\") and counts as failed.");
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
     }
@@ -129,7 +131,7 @@ int runIri(int argc, char** argv) {
     return forEachInput(cli.inputs(), [&](const std::string& input) {
         std::string error;
         std::optional<IRI> iri;
-        if (const std::optional<std::u16string> utf16 = utf8ToUtf16(input)) {
+        if (const std::optional<std::u16string> utf16 = decodeInput(input)) {
             try {
                 iri.emplace(*utf16);
             } catch (const std::exception& e) {

@@ -7,7 +7,7 @@
 namespace fnet {
 
 std::optional<foundation::network::IRI> readIri(const std::string& utf8, std::string& error) {
-    const std::optional<std::u16string> utf16 = utf8ToUtf16(utf8);
+    const std::optional<std::u16string> utf16 = decodeInput(utf8);
     if (!utf16) {
         error = kInvalidUtf8;
         return std::nullopt;

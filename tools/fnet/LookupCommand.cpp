@@ -13,7 +13,10 @@ using foundation::network::InetAddress;
 int runLookup(int argc, char** argv) {
     Cli cli("lookup", "[--first] [--json] [--] NAME...",
             "Resolves each name and prints every address the system resolver returns, in its\n"
-            "order (one per line after the name). Blocks for as long as the resolver takes.",
+            "order: one line per name, the name then each address, tab-separated. With --json:\n"
+            "one object per name with the keys name and addresses (an array of texts). A\n"
+            "resolver failure prints the resolver's message (\"Host not found (authoritative)\")\n"
+            "(JSON: name, error) and counts as failed. Blocks for as long as the resolver takes.",
             {{"--first", "", "only the first address (InetAddress::getByName)"}});
     if (const auto status = cli.parse(argc, argv)) {
         return *status;

@@ -76,7 +76,12 @@ int runParse(int argc, char** argv) {
     Cli cli("parse", "[--json] [--] TEXT...",
             "Checks each TEXT (UTF-8) against the IRI grammar (RFC 3987 IRI-reference) and shows "
             "its\ncomponents: scheme, userInfo, host, port, path, query, fragment, each with its "
-            "text or\nabsent. A present component may be empty (\"x://h:/\" has an empty port).");
+            "text or\nabsent. A present component may be empty (\"x://h:/\" has an empty port).\n"
+            "Plain output: a block of \"name value\" lines per input (valid yes/no, then each\n"
+            "component quoted, or (absent)), a blank line after it. With --json: one object per\n"
+            "input with the keys input, valid, scheme, userInfo, host, port, path, query and\n"
+            "fragment (text or null), and error for a failure. Text the grammar refuses counts\n"
+            "as failed.");
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
     }
@@ -85,7 +90,7 @@ int runParse(int argc, char** argv) {
     }
     return forEachInput(cli.inputs(), [&](const std::string& input) {
         Components components;
-        const std::optional<std::u16string> utf16 = utf8ToUtf16(input);
+        const std::optional<std::u16string> utf16 = decodeInput(input);
         if (!utf16) {
             cli.error(std::string(kInvalidUtf8) + ": " + sanitizeUtf8(input));
             if (cli.json()) {

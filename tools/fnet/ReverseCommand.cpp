@@ -46,7 +46,9 @@ int runReverse(int argc, char** argv) {
     return runNameOfAddress(
         argc, argv, "reverse",
         "Prints the name the system resolver gives each address (its numeric text when it\n"
-        "has none). Blocks for as long as the resolver takes.",
+        "has none): one line per address, ADDRESS<TAB>NAME. With --json: one object per\n"
+        "address with the keys address and name (on failure: address, error). Blocks for as\n"
+        "long as the resolver takes.",
         &InetAddress::getHostName);
 }
 
@@ -54,7 +56,9 @@ int runCanonical(int argc, char** argv) {
     return runNameOfAddress(
         argc, argv, "canonical",
         "Prints the canonical name of each address: its reverse-lookup name resolved with\n"
-        "canonical names requested. Blocks for as long as the resolver takes.",
+        "canonical names requested: one line per address, ADDRESS<TAB>NAME. With --json:\n"
+        "one object per address with the keys address and name (on failure: address,\n"
+        "error). Blocks for as long as the resolver takes.",
         &InetAddress::getCanonicalHostName);
 }
 

@@ -1,20 +1,22 @@
 /// @file
-/// @brief UTF-8 (the terminal's text) to and from UTF-16 (the library's text).
+/// @brief The tool's text at its edges: arguments and lines are UTF-8, the library speaks UTF-16.
+/// Every conversion goes through the library's UTF-8 door (foundation/network/Utf8.h).
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "foundation/network/Utf8.h"
+
 namespace fnet {
 
-/// UTF-8 to UTF-16; nothing when the input is not valid UTF-8.
-std::optional<std::u16string> utf8ToUtf16(std::string_view utf8);
+using foundation::network::utf16ToUtf8;
 
-/// UTF-16 to UTF-8; an unpaired surrogate becomes U+FFFD.
-std::string utf16ToUtf8(std::u16string_view utf16);
+/// An input as UTF-16; nothing when it is not valid UTF-8 (the caller reports kInvalidUtf8).
+std::optional<std::u16string> decodeInput(std::string_view utf8);
 
-/// The text with every invalid UTF-8 sequence replaced by U+FFFD.
+/// The text with every ill-formed UTF-8 part replaced by U+FFFD, for echoing inputs.
 std::string sanitizeUtf8(std::string_view utf8);
 
 /// The message for an input that is not UTF-8.

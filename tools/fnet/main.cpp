@@ -11,10 +11,7 @@ namespace {
 
 // Subcommands in the order --help lists them.
 constexpr Command kCommands[] = {
-    {"version", "print the library version", [](int, char**) {
-         std::cout << "fnet 0.1.0\n";
-         return kExitOk;
-     }},
+    {"version", "print the version of fnet and of the library", runVersion},
     {"parse", "check IRI references and show their seven components", runParse},
     {"iri", "parse IRIs and show every component in every Encoding and serialisation", runIri},
     {"resolve", "resolve references against a base IRI", runResolve},
@@ -37,9 +34,12 @@ void printHelp(std::ostream& out) {
         out << "  " << command.name << std::string(width < 14 ? 14 - width : 1, ' ')
             << command.summary << "\n";
     }
-    out << "\nEvery command takes --help and --json; '-' as an input reads inputs from standard\n"
-           "input, one per line. Exit status: 0 when every input succeeded, 1 when any failed,\n"
-           "2 on a usage error.\n";
+    out << "\nInputs are UTF-8 text: the arguments after the options, and with '-' the lines of\n"
+           "standard input, one input per line. Every command takes --help (what it prints) and\n"
+           "--json (one JSON object per input, one per line); '--' ends the options. Results go\n"
+           "to standard output, failures to standard error (with --json also as an object with\n"
+           "the key error). Exit status: 0 when every input succeeded, 1 when any failed (the\n"
+           "rest are still processed), 2 on a usage error. 'fnet COMMAND --help' for more.\n";
 }
 
 }  // namespace

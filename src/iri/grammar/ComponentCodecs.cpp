@@ -38,21 +38,6 @@ bool isScalarValue(wchar_t c) {
     return v <= 0x10FFFFu && (v < 0xD800u || v > 0xDFFFu);
 }
 
-// Length a UTF-8 lead byte announces (2 to 6), 0 for a byte that cannot lead.
-std::size_t announcedLength(unsigned char byte) {
-    if ((byte & 0xE0u) == 0xC0u)
-        return 2;
-    if ((byte & 0xF0u) == 0xE0u)
-        return 3;
-    if ((byte & 0xF8u) == 0xF0u)
-        return 4;
-    if ((byte & 0xFCu) == 0xF8u)
-        return 5;
-    if ((byte & 0xFEu) == 0xFCu)
-        return 6;
-    return 0;
-}
-
 // The repaired bytes may still hold sequences the strict decoder refuses (five- and six-byte
 // forms, encoded surrogates): decode sequence by sequence and keep every such byte escaped.
 std::wstring decodeKeepingInvalidEscaped(const std::string& bytes) {
@@ -66,7 +51,7 @@ std::wstring decodeKeepingInvalidEscaped(const std::string& bytes) {
             ++i;
             continue;
         }
-        std::size_t length = announcedLength(byte);
+        std::size_t length = announcedUtf8Length(byte);
         if (length == 0 || i + length > bytes.size()) {
             length = 1;
         }

@@ -117,21 +117,6 @@ bool isContinuation(unsigned char byte) {
     return (byte & 0xC0u) == 0x80u;
 }
 
-// Length announced by a lead byte (2 to 6), or 0 for a byte that cannot start a sequence.
-std::size_t announcedLength(unsigned char byte) {
-    if ((byte & 0xE0u) == 0xC0u)
-        return 2;
-    if ((byte & 0xF0u) == 0xE0u)
-        return 3;
-    if ((byte & 0xF8u) == 0xF0u)
-        return 4;
-    if ((byte & 0xFCu) == 0xF8u)
-        return 5;
-    if ((byte & 0xFEu) == 0xFCu)
-        return 6;
-    return 0;
-}
-
 void appendEscape(std::string& out, unsigned char byte) {
     static constexpr char kHex[] = "0123456789ABCDEF";
     out.push_back('%');
@@ -152,7 +137,7 @@ std::string repairUtf8(const std::string& bytes) {
             ++i;
             continue;
         }
-        const std::size_t length = announcedLength(byte);
+        const std::size_t length = announcedUtf8Length(byte);
         bool whole = length != 0 && i + length <= bytes.size();
         for (std::size_t k = 1; whole && k < length; ++k) {
             whole = isContinuation(static_cast<unsigned char>(bytes[i + k]));
@@ -169,6 +154,20 @@ std::string repairUtf8(const std::string& bytes) {
 }
 
 }  // namespace
+
+std::size_t announcedUtf8Length(unsigned char byte) {
+    if ((byte & 0xE0u) == 0xC0u)
+        return 2;
+    if ((byte & 0xF0u) == 0xE0u)
+        return 3;
+    if ((byte & 0xF8u) == 0xF0u)
+        return 4;
+    if ((byte & 0xFCu) == 0xF8u)
+        return 5;
+    if ((byte & 0xFEu) == 0xFCu)
+        return 6;
+    return 0;
+}
 
 Utf8Check validateUTF8String(const std::string& bytes) {
     try {

@@ -8,6 +8,7 @@
 /// character").
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace foundation::network::iri::detail {
@@ -35,6 +36,10 @@ std::wstring utf8OctetsToCodePoints(const std::wstring& octets);
 /// elements are all below 256.
 std::string toAsciiStringAssumingAsciiCodePoints(const std::wstring& text);
 std::string toAsciiStringAssumingAsciiCodePoints(const std::u16string& text);
+
+/// Length of the UTF-8 sequence a lead byte announces by its leading one bits (2 to 6, the
+/// historical five- and six-byte forms included), or 0 for a byte that cannot lead one.
+std::size_t announcedUtf8Length(unsigned char leadByte);
 
 /// Result of validateUTF8String.
 struct Utf8Check {

@@ -117,10 +117,6 @@ std::vector<std::string> texts(const std::vector<InterfaceAddress>& addresses) {
     return result;
 }
 
-TEST(ListNetworkInterfacesTest, ANullListGivesNothing) {
-    EXPECT_TRUE(posix::listNetworkInterfaces(nullptr).empty());
-}
-
 TEST(ListNetworkInterfacesTest, EntriesGroupByNameInOrderOfFirstAppearance) {
     SyntheticList list;
     list.link("eth1", kUpRunning | IFF_MULTICAST, kMac)
@@ -177,6 +173,7 @@ TEST(ListNetworkInterfacesTest, LinkRecordsLastOneWinsButLoopbackKeepsNone) {
 }
 
 TEST(ListNetworkInterfacesTest, UnknownFamiliesStillMakeTheInterface) {
+    EXPECT_TRUE(posix::listNetworkInterfaces(nullptr).empty());
     SyntheticList list;
     list.other("can0", kUpRunning, AF_UNIX).other("can0", kUpRunning, 250);
     const auto interfaces = posix::listNetworkInterfaces(list.head());
@@ -220,14 +217,9 @@ TEST(ListUsableInterfacesTest, KeepsRunningInterfacesWithAnIPAddress) {
         posix::listUsableInterfaces(posix::OwnedInterfaceList(list.head(), &countRelease));
     EXPECT_EQ(releases, 1);
     ASSERT_EQ(listed.size(), 2u);
+    // The fields themselves are checked on listNetworkInterfaces above; here what is kept.
     const NetworkInterface& eth0 = listed[0];
     EXPECT_EQ(eth0.getIdentifier(), "eth0");
-    EXPECT_EQ(eth0.getFriendlyName(), u"eth0");
-    EXPECT_EQ(eth0.getDescription(), "");
-    EXPECT_EQ(eth0.getHardwareAddress().toString(), "02:00:5e:10:00:01");
-    EXPECT_TRUE(eth0.isUp());
-    EXPECT_FALSE(eth0.isLoopback());
-    EXPECT_TRUE(eth0.supportsMulticast());
     EXPECT_EQ(texts(eth0.getInterfaceAddresses()),
               (std::vector<std::string>{"fd00::2/64", "fd00::1/64", "fd00::2/64"}));
     std::vector<std::string> inet;
@@ -236,8 +228,6 @@ TEST(ListUsableInterfacesTest, KeepsRunningInterfacesWithAnIPAddress) {
     }
     EXPECT_EQ(inet, (std::vector<std::string>{"fd00::2", "fd00::1", "fd00::2"}));
     EXPECT_EQ(listed[1].getIdentifier(), "lo");
-    EXPECT_TRUE(listed[1].isLoopback());
-    EXPECT_EQ(listed[1].getHardwareAddress().toString(), "");
 }
 
 TEST(ListUsableInterfacesTest, TheListIsReleasedWhenBuildingThrows) {
