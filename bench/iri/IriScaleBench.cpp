@@ -54,8 +54,8 @@ std::u16string widen(const std::string& text) {
 void setCounters(benchmark::State& state, std::size_t bytes) {
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes));
     state.counters["ns/B"] = benchmark::Counter(
-        static_cast<double>(bytes), benchmark::Counter::kIsIterationInvariantRate |
-                                        benchmark::Counter::kInvert);
+        static_cast<double>(bytes),
+        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 // The absolute IRI: the base's authority and the reference as its path.

@@ -20,11 +20,11 @@ namespace fnfuzz {
     __builtin_trap();
 }
 
-#define FNFUZZ_CHECK(condition)                               \
-    do {                                                      \
-        if (!(condition)) {                                   \
-            ::fnfuzz::fail(#condition, __FILE__, __LINE__);   \
-        }                                                     \
+#define FNFUZZ_CHECK(condition)                             \
+    do {                                                    \
+        if (!(condition)) {                                 \
+            ::fnfuzz::fail(#condition, __FILE__, __LINE__); \
+        }                                                   \
     } while (false)
 
 /// An exception that no documented path lets escape.

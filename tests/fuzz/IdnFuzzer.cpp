@@ -30,8 +30,8 @@ auto guarded(Call call, const char* where) -> std::optional<decltype(call())> {
 
 void toAscii(const IdnConverter& converter, const std::u16string& name) {
     const auto ascii = guarded([&] { return converter.toAscii(name); }, "toAscii");
-    const auto free = guarded([&] { return foundation::network::idn_to_ascii(name); },
-                              "idn_to_ascii");
+    const auto free =
+        guarded([&] { return foundation::network::idn_to_ascii(name); }, "idn_to_ascii");
     FNFUZZ_CHECK(ascii == free);
     if (!ascii) {
         return;
@@ -41,8 +41,8 @@ void toAscii(const IdnConverter& converter, const std::u16string& name) {
 
 void toUnicode(const IdnConverter& converter, const std::string& name) {
     const auto unicode = guarded([&] { return converter.toUnicode(name); }, "toUnicode");
-    const auto free = guarded([&] { return foundation::network::ascii_to_idn(name); },
-                              "ascii_to_idn");
+    const auto free =
+        guarded([&] { return foundation::network::ascii_to_idn(name); }, "ascii_to_idn");
     FNFUZZ_CHECK(unicode == free);
 }
 

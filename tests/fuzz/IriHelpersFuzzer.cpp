@@ -179,8 +179,8 @@ std::wstring toWide(const std::u16string& text) {
         const char16_t unit = text[i];
         if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
             text[i + 1] <= 0xDFFF) {
-            out.push_back(static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) +
-                                               (text[i + 1] - 0xDC00)));
+            out.push_back(
+                static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) + (text[i + 1] - 0xDC00)));
             ++i;
         } else {
             out.push_back(static_cast<wchar_t>(unit));

@@ -1,7 +1,7 @@
 // Two IRIs from one input, split at the first tab: a base and a reference. Resolution must never
-// throw and, against an absolute base, its result must parse again to an equal value; relativisation must either refuse
-// with one of its six texts or give a reference that resolves back to the target, apart from
-// the cases recognised in support/RelativisationCases.h.
+// throw and, against an absolute base, its result must parse again to an equal value;
+// relativisation must either refuse with one of its six texts or give a reference that resolves
+// back to the target, apart from the cases recognised in support/RelativisationCases.h.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

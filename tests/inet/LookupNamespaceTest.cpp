@@ -202,10 +202,10 @@ TEST_F(LookupNamespaceTest, AllByNameReturnsWhatTheSystemReturnsInItsOrder) {
 // same answer for a name, and it is the answer of a lone call (addresses compared as a set:
 // dnsmasq rotates a name's records).
 TEST_F(LookupNamespaceTest, AllByNameFromManyThreadsAtOnceAgreesWithOneCall) {
-    const std::vector<std::string> names = {"localhost",        "host-a",         "dual.zone.test",
-                                            "multi.zone.test",  "alias.zone.test",
-                                            "multi.hosts.test", "v6only.zone.test",
-                                            "missing.zone.test", "192.0.2.7"};
+    const std::vector<std::string> names = {
+        "localhost",       "host-a",           "dual.zone.test",   "multi.zone.test",
+        "alias.zone.test", "multi.hosts.test", "v6only.zone.test", "missing.zone.test",
+        "192.0.2.7"};
     std::string argument;
     for (const auto& name : names) {
         argument += (argument.empty() ? "" : ",") + name;

@@ -16,16 +16,16 @@
 // A failure prints: error<TAB>KIND<TAB>CATEGORY<TAB>VALUE<TAB>WHAT (exit status 1).
 #include <algorithm>
 #include <cerrno>
+#include <iostream>
 #include <map>
 #include <mutex>
 #include <set>
 #include <sstream>
-#include <thread>
-#include <vector>
-#include <iostream>
 #include <stdexcept>
 #include <string>
 #include <system_error>
+#include <thread>
+#include <vector>
 
 #include <ifaddrs.h>
 
