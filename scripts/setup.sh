@@ -9,6 +9,7 @@ packages=(
     libgtest-dev libbenchmark-dev
     iproute2 dnsmasq-base
     liburiparser-dev libidn2-dev
+    clang-14 libclang-rt-14-dev
 )
 
 missing=()

@@ -10,7 +10,8 @@
 
 namespace foundation::network {
 
-struct NetworkInterfaceImpl {
+class NetworkInterfaceImpl {
+public:
     std::string identifier;           ///< the system's name (ifa_name)
     std::u16string friendlyName;      ///< empty on this platform
     std::string description;          ///< empty on this platform

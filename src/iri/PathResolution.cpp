@@ -98,8 +98,15 @@ bool resolvePath(const std::wstring& path, SegmentList& segments, bool absolute,
     const bool wasRelative = segments.empty() || !startsWithSlash(segments.front());
     SegmentList appended;
     splitPathIntoSegments(path, appended);  // an empty path appends nothing
-    if (needsSeparator && !appended.empty()) {
-        appended.front().insert(0, 1, L'/');
+    if (!appended.empty() && !startsWithSlash(appended.front())) {
+        if (needsSeparator) {
+            appended.front().insert(0, 1, L'/');
+        } else if (!segments.empty() && segments.back() == L"/") {
+            // A trailing slash joins the first segment, so that a ".." removes both: "/" with
+            // "b/../c" is "/c" (not "//c"), "/a/" with it "/a/c".
+            segments.pop_back();
+            appended.front().insert(0, 1, L'/');
+        }
     }
     std::deque<std::wstring> queue(std::make_move_iterator(segments.begin()),
                                    std::make_move_iterator(segments.end()));

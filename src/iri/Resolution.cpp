@@ -129,6 +129,11 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
                     }
                 } else if (!segments.empty()) {
                     segments.pop_back();
+                    // A "/" left last is an empty segment ("a//b" leaves "a", "/"): the
+                    // directory's own slash follows it, as in the merge of RFC 3986.
+                    if (segments.back().size() == 1 && segments.back()[0] == L'/') {
+                        segments.emplace_back(1, L'/');
+                    }
                 }
                 path = r.resolvePathComponents(segments, absolute);
                 t.takeQueryFrom(r);

@@ -92,7 +92,8 @@ TemplateIRI<String>::TemplateIRI(const TemplateIRI& other, const std::lock_guard
       pathEmpty(other.pathEmpty),
       queryOption(other.queryOption),
       hashKnown(other.hashKnown.load()),
-      hash(other.hash),
+      // Read only once published: another thread may be computing the source's hash now.
+      hash(hashKnown.load() ? other.hash : 0),
       cache(other.cache) {}
 
 template <class String>
@@ -124,7 +125,7 @@ TemplateIRI<String>::TemplateIRI(TemplateIRI&& other, const std::lock_guard<std:
       pathEmpty(other.pathEmpty),
       queryOption(other.queryOption),
       hashKnown(other.hashKnown.load()),
-      hash(other.hash),
+      hash(hashKnown.load() ? other.hash : 0),
       cache(std::move(other.cache)) {
     // The source stays a consistent (empty) value rather than one with flags but no text.
     other.clearFields();

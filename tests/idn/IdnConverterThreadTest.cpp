@@ -12,8 +12,9 @@ namespace {
 
 using foundation::network::IdnConverter;
 
-// One converter and its copies used from several threads at once: every thread must get what a
-// single thread gets. Meant for the tsan preset.
+// One converter, its copies (made, assigned and dropped while others convert) and the free
+// functions used from several threads at once: every thread must get what a single thread gets.
+// Meant for the tsan preset.
 TEST(IdnConverterThreadTest, OneEngineServesSeveralThreads) {
     const std::vector<std::string> lines = fntest::readLines("idn.txt", 600);
     std::vector<std::u16string> names;
@@ -27,18 +28,31 @@ TEST(IdnConverterThreadTest, OneEngineServesSeveralThreads) {
     }
 
     const IdnConverter converter;
-    constexpr int kThreads = 4;
+    constexpr int kThreads = 6;
     std::vector<int> mismatches(kThreads, 0);
     std::vector<std::thread> threads;
     for (int t = 0; t < kThreads; ++t) {
-        // Even threads share the original, odd ones take a copy made on their own thread.
+        // Threads 0 and 3 share the original; 1 and 4 take one copy made on their own thread;
+        // 2 copies and assigns it again for every name (the shared count changes under the
+        // readers); 5 uses the free functions, which make an engine per call.
         threads.emplace_back([&, t] {
-            const IdnConverter copy = converter;
-            const IdnConverter& use = t % 2 == 0 ? converter : copy;
+            IdnConverter copy = converter;
             for (std::size_t i = 0; i < names.size(); ++i) {
-                const std::string out = use.toAscii(names[i]);
+                std::string out;
+                std::u16string back;
+                if (t == 5) {
+                    out = foundation::network::idn_to_ascii(names[i]);
+                    back = foundation::network::ascii_to_idn(out);
+                } else {
+                    if (t == 2) {
+                        copy = IdnConverter(converter);
+                    }
+                    const IdnConverter& use = t % 3 == 0 ? converter : copy;
+                    out = use.toAscii(names[i]);
+                    back = use.toUnicode(out);
+                }
                 mismatches[t] += out != ascii[i];
-                mismatches[t] += use.toUnicode(out) != unicode[i];
+                mismatches[t] += back != unicode[i];
             }
         });
     }

@@ -198,6 +198,38 @@ TEST_F(LookupNamespaceTest, AllByNameReturnsWhatTheSystemReturnsInItsOrder) {
     }
 }
 
+// getAllByName from eight threads at once, ten rounds over these names: every thread sees the
+// same answer for a name, and it is the answer of a lone call (addresses compared as a set:
+// dnsmasq rotates a name's records).
+TEST_F(LookupNamespaceTest, AllByNameFromManyThreadsAtOnceAgreesWithOneCall) {
+    const std::vector<std::string> names = {
+        "localhost",       "host-a",           "dual.zone.test",   "multi.zone.test",
+        "alias.zone.test", "multi.hosts.test", "v6only.zone.test", "missing.zone.test",
+        "192.0.2.7"};
+    std::string argument;
+    for (const auto& name : names) {
+        argument += (argument.empty() ? "" : ",") + name;
+    }
+    const auto records = probe("parallel-all", argument);
+    ASSERT_EQ(records.size(), names.size());
+    for (const auto& record : records) {
+        ASSERT_EQ(record.size(), 3u);
+        SCOPED_TRACE(record[0]);
+        EXPECT_EQ(record[1], "same");
+        std::vector<std::string> alone;
+        for (const auto& single : probe("all", record[0])) {
+            alone.push_back(single[0] == "error" ? "error: " + single.back()
+                                                 : single[0] + "=" + single[1]);
+        }
+        std::sort(alone.begin(), alone.end());
+        std::string expected;
+        for (const auto& text : alone) {
+            expected += (expected.empty() ? "" : ",") + text;
+        }
+        EXPECT_EQ(record[2], expected);
+    }
+}
+
 TEST_F(LookupNamespaceTest, ScopedLiteralsKeepTheirScopeId) {
     const auto records = probe("all", "fe80::9%lk0");
     ASSERT_EQ(records.size(), 1u);

@@ -6,16 +6,26 @@
 //   reverse ADDR | canonical ADDR       the name
 //   canonical-by-name NAME              getByName(NAME).getCanonicalHostName()
 //   localhost                           getLocalHost(): ADDRESS<TAB>HOSTNAME
+//   parallel-all NAME,NAME...           getAllByName of every name from many threads at once,
+//                                       rounds over: NAME<TAB>same|differ<TAB>ADDRESS,... sorted
+//                                       (or the error text), one line per name
 //   interfaces                          NetworkInterface::list(), one interface per line:
 //                                       NAME UP LOOPBACK MULTICAST MAC ADDRESS/PREFIX,...
 //   all-interfaces                      the same for every interface the system lists, before
 //                                       filtering, with a last field 1 when list() keeps it
 // A failure prints: error<TAB>KIND<TAB>CATEGORY<TAB>VALUE<TAB>WHAT (exit status 1).
+#include <algorithm>
 #include <cerrno>
 #include <iostream>
+#include <map>
+#include <mutex>
+#include <set>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <system_error>
+#include <thread>
+#include <vector>
 
 #include <ifaddrs.h>
 
@@ -53,6 +63,58 @@ void printAllInterfaces() {
     }
 }
 
+// One lookup as a comparable text: the sorted addresses (a server may rotate its answers), or
+// the error.
+std::string lookupText(const std::string& name) {
+    try {
+        std::vector<std::string> addresses;
+        for (const auto& address : InetAddress::getAllByName(name)) {
+            addresses.push_back(address.toString() + "=" + address.getHostName());
+        }
+        std::sort(addresses.begin(), addresses.end());
+        std::string text;
+        for (const auto& address : addresses) {
+            text += (text.empty() ? "" : ",") + address;
+        }
+        return text;
+    } catch (const std::exception& e) {
+        return std::string("error: ") + e.what();
+    }
+}
+
+void parallelLookups(const std::string& argument) {
+    std::vector<std::string> names;
+    std::istringstream in(argument);
+    for (std::string name; std::getline(in, name, ',');) {
+        names.push_back(name);
+    }
+    constexpr int kThreads = 8;
+    constexpr int kRounds = 10;
+    std::mutex mutex;
+    std::map<std::string, std::set<std::string>> seen;
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t) {
+        threads.emplace_back([&, t] {
+            for (int round = 0; round < kRounds; ++round) {
+                for (std::size_t i = 0; i < names.size(); ++i) {
+                    const std::string& name = names[(i + t) % names.size()];
+                    const std::string text = lookupText(name);
+                    const std::lock_guard<std::mutex> lock(mutex);
+                    seen[name].insert(text);
+                }
+            }
+        });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
+    for (const auto& name : names) {
+        const auto& texts = seen[name];
+        std::cout << name << '\t' << (texts.size() == 1 ? "same" : "differ") << '\t'
+                  << *texts.begin() << '\n';
+    }
+}
+
 int probe(const std::string& command, const std::string& argument) {
     if (command == "all") {
         for (const auto& address : InetAddress::getAllByName(argument)) {
@@ -66,6 +128,8 @@ int probe(const std::string& command, const std::string& argument) {
         std::cout << InetAddress(argument).getCanonicalHostName() << '\n';
     } else if (command == "canonical-by-name") {
         std::cout << InetAddress::getByName(argument).getCanonicalHostName() << '\n';
+    } else if (command == "parallel-all") {
+        parallelLookups(argument);
     } else if (command == "localhost") {
         printAddress(InetAddress::getLocalHost());
     } else if (command == "interfaces") {

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -83,6 +85,69 @@ TEST(IRIConcurrency, ManyReadersOfOneFreshValueAgree) {
             }
             ASSERT_EQ(mismatches.load(), 0);
         }
+    }
+}
+
+// One shared value under every kind of concurrent use at once: readers read everything, copiers
+// copy, assign, move and swap their own copies of it, comparers compare and hash it, and others
+// resolve and relativise against it. Every thread must see what a lone thread sees. Under tsan
+// this found the copy constructor reading the hash while another thread computed it.
+TEST(IRIConcurrency, ReadersCopiersComparersAndHashersShareOneValue) {
+    const std::u16string text = u"http://u@\u00E9x.org:81/a/b%2F/c/./d?q=%C3%A9#f";
+    const IRI other(u"http://u@\u00E9x.org:81/a/x/y");
+    const IRI reference(u"../e/../g?r#s");
+    const std::vector<std::u16string> expectedReads = readEverything(IRI(text));
+    const IRI lone(text);
+    const std::uint64_t expectedHash = lone.hashValue();
+    const bool expectedLess = lone < other;
+    const IRI expectedResolved = reference.resolveAgainst(lone);
+    const IRI expectedRelative = other.makeRelativeTo(lone);
+
+    constexpr int kThreads = 8;
+    constexpr int kRounds = 25;
+    const std::function<bool(const IRI&)> roles[] = {
+        [&](const IRI& shared) { return readEverything(shared) == expectedReads; },
+        [&](const IRI& shared) {
+            IRI copy(shared);
+            IRI assigned;
+            assigned = shared;
+            IRI moved(std::move(copy));
+            IRI swapped;
+            swapped.swap(assigned);
+            return moved == shared && swapped == shared && assigned.isEmpty() &&
+                   moved.hashValue() == expectedHash && swapped.toString(false) == text;
+        },
+        [&](const IRI& shared) {
+            return shared.hashValue() == expectedHash &&
+                   std::hash<IRI>()(shared) == static_cast<std::size_t>(expectedHash) &&
+                   shared == lone && shared != other && (shared < other) == expectedLess &&
+                   !(shared < lone);
+        },
+        [&](const IRI& shared) {
+            return reference.resolveAgainst(shared) == expectedResolved &&
+                   other.makeRelativeTo(shared) == expectedRelative;
+        },
+    };
+    for (int round = 0; round < kRounds; ++round) {
+        const IRI shared(text);  // fresh: caches, hash and component forms are filled concurrently
+        std::atomic<int> ready{0};
+        std::atomic<int> mismatches{0};
+        std::vector<std::thread> threads;
+        for (int t = 0; t < kThreads; ++t) {
+            threads.emplace_back([&, t] {
+                ready.fetch_add(1);
+                while (ready.load() < kThreads) {
+                }
+                const auto& role = roles[(t + round) % std::size(roles)];
+                if (!role(shared)) {
+                    mismatches.fetch_add(1);
+                }
+            });
+        }
+        for (auto& thread : threads) {
+            thread.join();
+        }
+        ASSERT_EQ(mismatches.load(), 0) << "round " << round;
     }
 }
 

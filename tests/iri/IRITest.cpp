@@ -1,6 +1,7 @@
 #include "foundation/network/IRI.h"
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <cstdint>
 #include <functional>
@@ -323,6 +324,57 @@ TEST(IRI, LongTextIsHandledInLinearTime) {
     EXPECT_EQ(iri.getPath(Encoding(3)).size(), 40000u * 16);
     EXPECT_EQ(iri.toString(true).size(), 3 * 40000u * 13 + 5);
     EXPECT_EQ(IRI(iri.toAsciiString(true)).toAsciiString(true), iri.toAsciiString(true));
+}
+
+// Runs `work` on a thread with a 1 MB stack: anything that recursed once per character or
+// segment of a megabyte-long text would overflow it.
+template <class Work>
+void onSmallStack(Work work) {
+    pthread_attr_t attributes;
+    ASSERT_EQ(pthread_attr_init(&attributes), 0);
+    ASSERT_EQ(pthread_attr_setstacksize(&attributes, 1u << 20), 0);
+    pthread_t thread;
+    const auto run = [](void* argument) -> void* {
+        (*static_cast<Work*>(argument))();
+        return nullptr;
+    };
+    ASSERT_EQ(pthread_create(&thread, &attributes, run, &work), 0);
+    ASSERT_EQ(pthread_join(thread, nullptr), 0);
+    pthread_attr_destroy(&attributes);
+}
+
+// A megabyte-long IRI (many segments, dot segments, a long query) parses, serialises, resolves
+// and relativises without exhausting a small stack.
+TEST(IRI, MegabyteValuesNeedNoDeepStack) {
+    std::u16string path;
+    while (path.size() < (1u << 19)) {
+        path += u"/seg/./x/../%41\u00E9";
+    }
+    const std::u16string text = u"http://h" + path + u"?" + std::u16string(1u << 19, u'q');
+    std::u16string reference;
+    while (reference.size() < (1u << 20)) {
+        reference += u"a/../b/./";
+    }
+    bool done = false;
+    onSmallStack([&] {
+        const IRI iri(text);
+        ASSERT_EQ(iri.toString(false), text);
+        EXPECT_EQ(iri.toString(true), text);
+        EXPECT_GT(iri.toAsciiString(true).size(), text.size());
+        EXPECT_EQ(IRI(iri.toAsciiString(false)), IRI(iri.toAsciiString(false)));
+        EXPECT_EQ(iri.getPath(Encoding(0)).size(), path.size() - 2 * (path.size() / 16));
+        std::u16string expected = u"/dir/";
+        for (std::size_t i = 0; i < reference.size() / 9; ++i) {
+            expected += u"b/";
+        }
+        const IRI resolved = IRI(reference).resolveAgainst(IRI(u"http://h/dir/page"));
+        EXPECT_EQ(resolved.getPath(Encoding(1)), expected);
+        const IRI relative = iri.makeRelativeTo(IRI(u"http://h/seg/other"));
+        EXPECT_EQ(iri.hashValue(), IRI(text).hashValue());
+        (void)relative.toString(false);
+        done = true;
+    });
+    EXPECT_TRUE(done);
 }
 
 TEST(IRI, StreamsAsAscii) {

@@ -60,6 +60,10 @@ TEST(ResolvePathTest, AppendsAndRemovesDotsSegmentBySegment) {
         {{L"a"}, L"./b", false, true, {L"a", L"/b"}},
         {{L"a"}, L"../b", false, true, {L"b"}},
         {{L"/a"}, L"./b", true, true, {L"/a", L"/b"}},
+        // A trailing "/" (the root too) joins the next segment, so that ".." removes both.
+        {{L"/"}, L"b/../c", true, true, {L"/c"}},
+        {{L"/a", L"/"}, L"b/../c", true, true, {L"/a", L"/c"}},
+        {{L"a", L"/"}, L"./b", false, true, {L"a", L"/b"}},
         // Kept: a relative list with the absolute flag becomes absolute.
         {{L"a"}, L"./b", true, true, {L"/a", L"/b"}},
     };
