@@ -7,16 +7,14 @@
 #include <vector>
 
 #include "foundation/network/IRI.h"
+#include "support/Text.h"
 
 namespace {
 
+using fntest::utf8;
 using foundation::network::IRI;
 using foundation::network::IRIArgs;
 using foundation::network::iri::Encoding;
-
-std::string narrow(const std::u16string& text) {
-    return {text.begin(), text.end()};
-}
 
 std::string refusal(const IRIArgs& args) {
     try {
@@ -39,11 +37,11 @@ TEST(BuildFromArgsTest, ChecksRunInOrder) {
     args.setHost(u"h");
     EXPECT_EQ(refusal(args), "Path cannot be relative if authority present");
     args.setPath(u"");
-    EXPECT_EQ(narrow(IRI(args).toString()), "1s://h");
+    EXPECT_EQ(utf8(IRI(args).toString()), "1s://h");
     for (const char16_t* scheme : {u"", u"a b", u"a:", u"+a", u"-"}) {
         IRIArgs bad;
         bad.setScheme(scheme);
-        EXPECT_EQ(refusal(bad), "Malformed scheme") << narrow(scheme);
+        EXPECT_EQ(refusal(bad), "Malformed scheme") << utf8(scheme);
     }
 }
 
@@ -73,11 +71,11 @@ TEST(BuildFromArgsTest, Shapes) {
     for (const auto& c : cases) {
         const IRI iri(c.args);
         EXPECT_EQ(iri.toString(), c.text);
-        EXPECT_EQ(iri.isEmpty(), c.empty) << narrow(c.text);
-        EXPECT_EQ(iri.isAbsolute(), c.absolute) << narrow(c.text);
-        EXPECT_EQ(iri.isOpaque(), c.opaque) << narrow(c.text);
+        EXPECT_EQ(iri.isEmpty(), c.empty) << utf8(c.text);
+        EXPECT_EQ(iri.isAbsolute(), c.absolute) << utf8(c.text);
+        EXPECT_EQ(iri.isOpaque(), c.opaque) << utf8(c.text);
         // What was built parses back to an equal value.
-        EXPECT_EQ(IRI(iri.toString()), iri) << narrow(c.text);
+        EXPECT_EQ(IRI(iri.toString()), iri) << utf8(c.text);
     }
     EXPECT_EQ(IRI(IRIArgs().setHost(u"h").setPort(0)).getPort(), u"0");
     const IRI escaped(IRIArgs().setPath(u"/a b%/\u00e9").setQuery(u"x y#").setFragment(u"#%"));

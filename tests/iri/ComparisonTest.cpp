@@ -11,26 +11,18 @@
 #include <vector>
 
 #include "foundation/network/IRIArgs.h"
-#include "iri/grammar/Unicode.h"
 #include "support/Corpus.h"
+#include "support/Text.h"
 
 namespace {
 
+using fntest::u16;
+using fntest::utf8;
 using foundation::network::IRI;
 using foundation::network::IRIArgs;
-using foundation::network::iri::detail::codePointsToUtf16;
-using foundation::network::iri::detail::utf8ToCodePoints;
-
-std::u16string u16(const std::string& utf8) {
-    return codePointsToUtf16(utf8ToCodePoints(utf8));
-}
-
-std::string narrow(const std::u16string& text) {
-    return {text.begin(), text.end()};
-}
 
 void expectEqual(const IRI& a, const IRI& b) {
-    EXPECT_TRUE(a == b) << "'" << narrow(a.toString()) << "'";
+    EXPECT_TRUE(a == b) << "'" << utf8(a.toString()) << "'";
     EXPECT_TRUE(b == a);
     EXPECT_FALSE(a != b);
     EXPECT_FALSE(b != a);
@@ -38,7 +30,7 @@ void expectEqual(const IRI& a, const IRI& b) {
 }
 
 void expectUnequal(const IRI& a, const IRI& b) {
-    EXPECT_FALSE(a == b) << "'" << narrow(a.toString()) << "'";
+    EXPECT_FALSE(a == b) << "'" << utf8(a.toString()) << "'";
     EXPECT_FALSE(b == a);
     EXPECT_TRUE(a != b);
     EXPECT_TRUE(b != a);

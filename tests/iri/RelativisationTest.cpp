@@ -9,23 +9,15 @@
 #include <tuple>
 #include <vector>
 
-#include "iri/grammar/Unicode.h"
 #include "support/Corpus.h"
 #include "support/RelativisationCases.h"
+#include "support/Text.h"
 
 namespace {
 
+using fntest::u16;
+using fntest::utf8;
 using foundation::network::IRI;
-using foundation::network::iri::detail::codePointsToUtf16;
-using foundation::network::iri::detail::utf8ToCodePoints;
-
-std::u16string u16(const std::string& utf8) {
-    return codePointsToUtf16(utf8ToCodePoints(utf8));
-}
-
-std::string narrow(const std::u16string& text) {
-    return {text.begin(), text.end()};
-}
 
 struct Case {
     std::string target;
@@ -83,7 +75,7 @@ TEST(RelativisationTest, ResultsResolveBack) {
         const IRI target(u16(c.target));
         const IRI base(u16(c.base));
         const IRI relative = target.makeRelativeTo(base);
-        EXPECT_EQ(narrow(relative.toString(false)), c.relative)
+        EXPECT_EQ(utf8(relative.toString(false)), c.relative)
             << c.target << " against " << c.base;
         EXPECT_EQ(relative.resolveAgainst(base), target) << c.target << " against " << c.base;
     }
@@ -117,7 +109,7 @@ TEST(RelativisationTest, TextPassesThroughUnchanged) {
         const IRI target(u16(c.target));
         const IRI base(u16(c.base));
         const IRI relative = target.makeRelativeTo(base);
-        EXPECT_EQ(narrow(relative.toString(false)), c.relative) << c.target;
+        EXPECT_EQ(utf8(relative.toString(false)), c.relative) << c.target;
         EXPECT_EQ(relative.resolveAgainst(base).toString(false), u16(c.target)) << c.target;
     }
 }
@@ -143,8 +135,8 @@ TEST(RelativisationTest, RefusalsInTheirOrder) {
         } catch (const std::logic_error& e) {
             EXPECT_EQ(std::string(e.what()), message) << target << " against " << base;
         }
-        EXPECT_EQ(narrow(a.toString(false)), target);
-        EXPECT_EQ(narrow(b.toString(false)), base);
+        EXPECT_EQ(utf8(a.toString(false)), target);
+        EXPECT_EQ(utf8(b.toString(false)), base);
     }
     // An empty relative path against an absolute one passes the path preconditions.
     EXPECT_EQ(IRI(u"//h#f").makeRelativeTo(IRI(u"//h/x#g")).toString(false), u"//h#f");
@@ -187,10 +179,10 @@ TEST(RelativisationTest, CorpusPairsRoundTrip) {
                     continue;
                 }
                 const bool oneTooFew = fntest::isOneDotDotTooFew(relative, *target, *base);
-                EXPECT_TRUE(oneTooFew) << narrow(target->toString(false)) << " against "
-                                       << narrow(base->toString(false)) << " gave "
-                                       << narrow(relative.toString(false)) << ", resolving to "
-                                       << narrow(back.toString(false));
+                EXPECT_TRUE(oneTooFew) << utf8(target->toString(false)) << " against "
+                                       << utf8(base->toString(false)) << " gave "
+                                       << utf8(relative.toString(false)) << ", resolving to "
+                                       << utf8(back.toString(false));
                 kept += oneTooFew ? 1 : 0;
             }
         }

@@ -7,22 +7,14 @@
 #include <tuple>
 #include <vector>
 
-#include "iri/grammar/Unicode.h"
 #include "support/Corpus.h"
+#include "support/Text.h"
 
 namespace {
 
+using fntest::u16;
+using fntest::utf8;
 using foundation::network::IRI;
-using foundation::network::iri::detail::codePointsToUtf16;
-using foundation::network::iri::detail::utf8ToCodePoints;
-
-std::u16string u16(const std::string& utf8) {
-    return codePointsToUtf16(utf8ToCodePoints(utf8));
-}
-
-std::string narrow(const std::u16string& text) {
-    return {text.begin(), text.end()};
-}
 
 // Whether the text has an authority ending in ":", an empty port.
 bool hasEmptyPort(const std::string& text) {
@@ -36,7 +28,7 @@ bool hasEmptyPort(const std::string& text) {
 }
 
 std::string resolve(const std::string& base, const std::string& reference) {
-    return narrow(IRI(u16(reference)).resolveAgainst(IRI(u16(base))).toString(false));
+    return utf8(IRI(u16(reference)).resolveAgainst(IRI(u16(base))).toString(false));
 }
 
 // RFC 3986 section 5.4.1 and 5.4.2, where our rules agree with the RFC (less the examples that
