@@ -11,8 +11,11 @@
 #include "iri/grammar/IriGrammar.h"
 #include "iri/grammar/Unicode.h"
 #include "support/Corpus.h"
+#include "support/PerItem.h"
 
 namespace {
+
+using fnbench::perReference;
 
 using namespace foundation::network::iri::detail;
 
@@ -51,14 +54,6 @@ std::size_t passBoost(const std::vector<std::string>& texts) {
         benchmark::DoNotOptimize(result);
     }
     return failed;
-}
-
-void perReference(benchmark::State& state, std::size_t count, std::size_t failed) {
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * count));
-    state.counters["ns_per_ref"] =
-        benchmark::Counter(static_cast<double>(state.iterations() * count),
-                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
-    state.counters["failed"] = static_cast<double>(failed);
 }
 
 void BM_Grammar_Urls(benchmark::State& state) {

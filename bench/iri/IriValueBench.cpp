@@ -16,11 +16,14 @@
 #include "foundation/network/IRI.h"
 #include "iri/grammar/Unicode.h"
 #include "support/Corpus.h"
+#include "support/PerItem.h"
 
 // ---------------------------------------------------------------------------------------------
 // Heap accounting: every block carries its size in a header, so that frees can be counted too.
 
 namespace {
+
+using fnbench::perReference;
 std::size_t gAllocated = 0;  // bytes requested since start
 std::size_t gLive = 0;       // bytes requested and not yet freed
 std::size_t gBlocks = 0;     // blocks requested since start
@@ -157,14 +160,6 @@ std::size_t passBoost(const std::vector<std::string>& texts) {
         benchmark::DoNotOptimize(copy);
     }
     return failed;
-}
-
-void perReference(benchmark::State& state, std::size_t count, std::size_t failed) {
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * count));
-    state.counters["ns_per_ref"] =
-        benchmark::Counter(static_cast<double>(state.iterations() * count),
-                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
-    state.counters["failed"] = static_cast<double>(failed);
 }
 
 template <class Work>
