@@ -1,4 +1,5 @@
 // Equality, ordering and hashing of IRI values.
+#include <algorithm>
 #include <functional>
 #include <string>
 
@@ -10,6 +11,20 @@ namespace {
 constexpr Encoding kPlainForm(0);
 constexpr Encoding kIriForm(1);
 
+// Code point order over UTF-16 text: a unit of a surrogate pair sorts above every other unit.
+bool lessByCodePoints(std::u16string_view a, std::u16string_view b) {
+    const std::size_t n = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < n; ++i) {
+        if (a[i] != b[i]) {
+            const auto key = [](char16_t u) {
+                return u >= 0xD800 && u <= 0xDFFF ? u + 0x10000u : static_cast<unsigned>(u);
+            };
+            return key(a[i]) < key(b[i]);
+        }
+    }
+    return a.size() < b.size();
+}
+
 }  // namespace
 
 template <class String>
@@ -20,7 +35,7 @@ bool TemplateIRI<String>::operator==(const TemplateIRI& other) const {
         return thisEmpty && otherEmpty;
     }
     if (schemePresent != other.schemePresent ||
-        (schemePresent && schemeUtf16 != other.schemeUtf16)) {
+        (schemePresent && parts.scheme() != other.parts.scheme())) {
         return false;
     }
     // The number, not the text: "080" equals "80".
@@ -44,7 +59,7 @@ bool TemplateIRI<String>::operator!=(const TemplateIRI& other) const {
         return !(thisEmpty && otherEmpty);
     }
     if (schemePresent != other.schemePresent ||
-        (schemePresent && schemeUtf16 != other.schemeUtf16)) {
+        (schemePresent && parts.scheme() != other.parts.scheme())) {
         return true;
     }
     if (portPresent != other.portPresent || (portPresent && portNumber != other.portNumber)) {
@@ -64,10 +79,10 @@ bool TemplateIRI<String>::operator<(const TemplateIRI& other) const {
     const bool thisCurrent = textIsCurrent.load();
     const bool otherCurrent = other.textIsCurrent.load();
     if (thisCurrent && otherCurrent) {
-        return text < other.text;
+        return lessByCodePoints(parts.text(), other.parts.text());
     }
     const Encoding& form = thisCurrent || otherCurrent ? kIriForm : kPlainForm;
-    return toNativeStringFromParts(form) < other.toNativeStringFromParts(form);
+    return lessByCodePoints(toNativeStringFromParts(form), other.toNativeStringFromParts(form));
 }
 
 template <class String>
@@ -75,13 +90,14 @@ std::uint64_t TemplateIRI<String>::computeHash() const {
     if (empty.load()) {
         return 0;
     }
-    const std::hash<String> byteHash;
-    return textIsCurrent.load() ? byteHash(text) : byteHash(toNativeStringFromParts(kIriForm));
+    const std::hash<std::u16string_view> unitHash;
+    return textIsCurrent.load() ? unitHash(parts.text())
+                                : unitHash(toNativeStringFromParts(kIriForm));
 }
 
 template <class String>
 void TemplateIRI<String>::generateHash() const noexcept {
-    hash = computeHash();
+    hash.store(computeHash());
     hashKnown.store(true);
 }
 
@@ -94,17 +110,12 @@ std::uint64_t TemplateIRI<String>::hashValue() const noexcept {
             }
         });
         // The once-flag has already fired for an earlier value of this object (before a
-        // clear() or a swap): compute outside the lock (serialising takes it), publish under it.
+        // clear() or a swap): every thread that gets here stores the same value.
         if (!hashKnown.load()) {
-            const std::uint64_t value = computeHash();
-            const std::lock_guard<std::mutex> lock(mutex);
-            if (!hashKnown.load()) {
-                hash = value;
-                hashKnown.store(true);
-            }
+            generateHash();
         }
     }
-    return hash;
+    return hash.load();
 }
 
 template bool TemplateIRI<std::wstring>::operator==(const TemplateIRI&) const;

@@ -1,10 +1,10 @@
 #include "iri/StringParts.h"
 
 #include <stdexcept>
-#include <string_view>
 #include <utility>
 
 #include "foundation/core/except/Exception.h"
+#include "iri/Utf16.h"
 
 namespace foundation::network::iri::detail {
 
@@ -24,46 +24,94 @@ Form formOf(const Encoding& encoding) {
     }
 }
 
-namespace {
+// ---------------------------------------------------------------------------------------------
+// DerivedCache
 
-// Reads one component, turning its runtime errors into the suffixed text.
-const std::wstring& read(const std::optional<Component>& slot, const Encoding& encoding,
-                         std::string_view suffix) {
-    const Form form = formOf(encoding);
+const std::u16string* DerivedCache::mark() noexcept {
+    static const std::u16string sameAsSource;
+    return &sameAsSource;
+}
+
+DerivedCache::DerivedCache(const DerivedCache& other) {
+    const Block* source = other.block_.load(std::memory_order_acquire);
+    if (source == nullptr) {
+        return;
+    }
+    Block* copy = nullptr;
     try {
-        if (!slot) {
-            throw std::runtime_error("Item not set");
+        for (std::size_t i = 0; i < kSlots; ++i) {
+            const std::u16string* entry = source->entries[i].load(std::memory_order_acquire);
+            if (entry == nullptr) {
+                continue;
+            }
+            if (copy == nullptr) {
+                copy = new Block;
+                block_.store(copy, std::memory_order_relaxed);
+            }
+            copy->entries[i].store(entry == mark() ? mark() : new std::u16string(*entry),
+                                   std::memory_order_relaxed);
         }
-        return slot->get(form);
-    } catch (const std::runtime_error& e) {
-        throw std::runtime_error(std::string(e.what()).append(suffix));
+    } catch (...) {
+        reset();
+        throw;
     }
 }
 
-}  // namespace
-
-StringParts::StringParts() noexcept {
-    bindSlots();
+void DerivedCache::reset() noexcept {
+    Block* block = block_.exchange(nullptr, std::memory_order_acq_rel);
+    if (block == nullptr) {
+        return;
+    }
+    for (auto& entry : block->entries) {
+        const std::u16string* value = entry.load(std::memory_order_relaxed);
+        if (value != mark()) {
+            delete value;
+        }
+    }
+    delete block;
 }
 
-StringParts::StringParts(const StringParts& other)
-    : userInfo(other.userInfo),
-      host(other.host),
-      path(other.path),
-      query(other.query),
-      fragment(other.fragment),
-      empty(other.empty) {
-    bindSlots();
+const std::u16string* DerivedCache::get(std::size_t slot) const noexcept {
+    const Block* block = block_.load(std::memory_order_acquire);
+    return block == nullptr ? nullptr : block->entries[slot].load(std::memory_order_acquire);
 }
+
+DerivedCache::Block& DerivedCache::block() const {
+    Block* block = block_.load(std::memory_order_acquire);
+    if (block != nullptr) {
+        return *block;
+    }
+    auto* fresh = new Block;
+    if (block_.compare_exchange_strong(block, fresh, std::memory_order_acq_rel,
+                                       std::memory_order_acquire)) {
+        return *fresh;
+    }
+    delete fresh;  // another thread published first
+    return *block;
+}
+
+const std::u16string* DerivedCache::publish(std::size_t slot, std::u16string&& value,
+                                            bool sameAsSource) const {
+    auto& entry = block().entries[slot];
+    const std::u16string* fresh = sameAsSource ? mark() : new std::u16string(std::move(value));
+    const std::u16string* expected = nullptr;
+    if (entry.compare_exchange_strong(expected, fresh, std::memory_order_acq_rel,
+                                      std::memory_order_acquire)) {
+        return fresh;
+    }
+    if (fresh != mark()) {
+        delete fresh;
+    }
+    return expected;
+}
+
+// ---------------------------------------------------------------------------------------------
+// StringParts: lifecycle
 
 StringParts::StringParts(StringParts&& other) noexcept
-    : userInfo(std::move(other.userInfo)),
-      host(std::move(other.host)),
-      path(std::move(other.path)),
-      query(std::move(other.query)),
-      fragment(std::move(other.fragment)),
-      empty(other.empty) {
-    bindSlots();
+    : buffer_(std::move(other.buffer_)), ranges_(other.ranges_), bits_(other.bits_) {
+    derived_.swap(other.derived_);
+    other.reset();
 }
 
 StringParts& StringParts::operator=(const StringParts& other) {
@@ -83,134 +131,255 @@ StringParts& StringParts::operator=(StringParts&& other) noexcept {
 }
 
 void StringParts::swap(StringParts& other) noexcept {
-    userInfo.swap(other.userInfo);
-    host.swap(other.host);
-    path.swap(other.path);
-    query.swap(other.query);
-    fragment.swap(other.fragment);
-    std::swap(empty, other.empty);
+    buffer_.swap(other.buffer_);
+    std::swap(ranges_, other.ranges_);
+    std::swap(bits_, other.bits_);
+    derived_.swap(other.derived_);
 }
 
-void StringParts::bindSlots() noexcept {
-    slots = {&fragment, &query, &path, &host, &userInfo};
+void StringParts::reset() noexcept {
+    std::u16string().swap(buffer_);
+    ranges_ = {};
+    bits_ = kEmptyBit;
+    derived_.reset();
 }
 
-const std::wstring& StringParts::getUserInfo(const Encoding& encoding) const {
-    return read(userInfo, encoding, ": UserInfo");
-}
-const std::wstring& StringParts::getHost(const Encoding& encoding) const {
-    return read(host, encoding, ": Host");
-}
-const std::wstring& StringParts::getPath(const Encoding& encoding) const {
-    return read(path, encoding, ": Path");
-}
-const std::wstring& StringParts::getQuery(const Encoding& encoding) const {
-    return read(query, encoding, ": Query");
-}
-const std::wstring& StringParts::getFragment(const Encoding& encoding) const {
-    return read(fragment, encoding, ": Fragment");
+// ---------------------------------------------------------------------------------------------
+// Reading
+
+namespace {
+
+constexpr const char* kSuffix[] = {": UserInfo", ": Host", ": Path", ": Query", ": Fragment"};
+
+}  // namespace
+
+ComponentOptions StringParts::options(ComponentKind kind) const noexcept {
+    ComponentOptions options;
+    if (kind == ComponentKind::Path) {
+        options.schemePresent = (bits_ & kPathSchemeBit) != 0;
+        options.userInfoPresent = (bits_ & kPathUserInfoBit) != 0;
+        options.hostPresent = (bits_ & kPathHostBit) != 0;
+    } else if (kind == ComponentKind::Query) {
+        options.asOctets = (bits_ & kQueryOctetsBit) != 0;
+    }
+    return options;
 }
 
-std::wstring StringParts::getAuthority(const Encoding& encoding) const {
-    std::wstring authority;
-    if (userInfo) {
-        authority = getUserInfo(encoding);
-        authority.push_back(L'@');
+// Every form comes from the given one.
+std::u16string StringParts::derive(ComponentKind kind, Form form) const {
+    const std::wstring source = widen(range(static_cast<std::size_t>(kind)));
+    const ComponentOptions opts = options(kind);
+    std::wstring value;
+    switch (given(kind)) {
+        case Form::Decoded:
+            value = form == Form::Iri ? decodedToIri(kind, opts, source)
+                                      : decodedToUri(kind, opts, source);
+            break;
+        case Form::Iri:
+            value = form == Form::Decoded ? iriToDecoded(kind, opts, source) : iriToUri(source);
+            break;
+        case Form::Uri:
+            value = form == Form::Decoded ? uriToDecoded(kind, opts, source)
+                                          : uriToIri(kind, opts, source);
+            break;
+    }
+    return narrow(value);
+}
+
+std::u16string_view StringParts::view(ComponentKind kind, Form form) const {
+    if (!has(kind)) {
+        throw std::runtime_error("Item not set");
+    }
+    const std::u16string_view source = range(static_cast<std::size_t>(kind));
+    if (form == given(kind)) {
+        return source;
+    }
+    const std::size_t slot = static_cast<std::size_t>(kind) * 3 + static_cast<std::size_t>(form);
+    const std::u16string* cached = derived_.get(slot);
+    if (cached == nullptr) {
+        std::u16string value = derive(kind, form);
+        const bool same = value == source;
+        cached = derived_.publish(slot, std::move(value), same);
+    }
+    return cached == DerivedCache::mark() ? source : std::u16string_view(*cached);
+}
+
+std::u16string_view StringParts::view(ComponentKind kind, const Encoding& encoding) const {
+    const Form form = formOf(encoding);
+    try {
+        return view(kind, form);
+    } catch (const std::runtime_error& e) {
+        throw std::runtime_error(std::string(e.what()).append(kSuffix[static_cast<int>(kind)]));
+    }
+}
+
+std::wstring StringParts::getUserInfo(const Encoding& encoding) const {
+    return widen(view(ComponentKind::UserInfo, encoding));
+}
+std::wstring StringParts::getHost(const Encoding& encoding) const {
+    return widen(view(ComponentKind::Host, encoding));
+}
+std::wstring StringParts::getPath(const Encoding& encoding) const {
+    return widen(view(ComponentKind::Path, encoding));
+}
+std::wstring StringParts::getQuery(const Encoding& encoding) const {
+    return widen(view(ComponentKind::Query, encoding));
+}
+std::wstring StringParts::getFragment(const Encoding& encoding) const {
+    return widen(view(ComponentKind::Fragment, encoding));
+}
+
+std::u16string StringParts::authority(const Encoding& encoding) const {
+    std::u16string authority;
+    if (hasUserInfo()) {
+        authority = view(ComponentKind::UserInfo, encoding);
+        authority.push_back(u'@');
     }
     try {
-        authority += getHost(encoding);
+        authority += view(ComponentKind::Host, encoding);
     } catch (const std::runtime_error& e) {
         throw std::runtime_error(std::string(e.what()) + ": Host (in getAuthority)");
     }
     return authority;
 }
 
-void StringParts::setComponent(Slot& slot, ComponentKind kind, std::wstring value,
-                               const Encoding& encoding) {
-    const Form form = formOf(encoding);
-    Component component(kind, slot ? slot->options() : ComponentOptions{});
-    component.set(std::move(value), form);
-    slot.reset();
-    slot.emplace(std::move(component));
+std::wstring StringParts::getAuthority(const Encoding& encoding) const {
+    return widen(authority(encoding));
 }
 
-void StringParts::changePathOptions(bool ComponentOptions::*option, bool value) {
-    if (path) {
-        ComponentOptions options = path->options();
-        options.*option = value;
-        path->setOptions(options);
-    }
-}
-
-void StringParts::setUserInfo(std::wstring value, const Encoding& encoding) {
-    setComponent(userInfo, ComponentKind::UserInfo, std::move(value), encoding);
-    empty = false;
-    changePathOptions(&ComponentOptions::userInfoPresent, true);
-}
-
-void StringParts::setHost(std::wstring value, const Encoding& encoding) {
-    setComponent(host, ComponentKind::Host, std::move(value), encoding);
-    empty = false;
-    changePathOptions(&ComponentOptions::hostPresent, true);
-}
-
-void StringParts::setPath(std::wstring value, const Encoding& encoding) {
-    const bool nonEmpty = !value.empty();
-    setComponent(path, ComponentKind::Path, std::move(value), encoding);
-    // Options are only ever raised here, from what precedes the path.
-    if (userInfo) {
-        changePathOptions(&ComponentOptions::userInfoPresent, true);
-    }
-    if (host) {
-        changePathOptions(&ComponentOptions::hostPresent, true);
-    }
-    if (nonEmpty) {
-        empty = false;
-    }
-}
-
-void StringParts::setQuery(std::wstring value, const Encoding& encoding, bool option) {
-    setComponent(query, ComponentKind::Query, std::move(value), encoding);
-    empty = false;
-    if (option) {
-        ComponentOptions options = query->options();
-        options.asOctets = true;
-        query->setOptions(options);
-    }
-}
-
-void StringParts::setFragment(std::wstring value, const Encoding& encoding) {
-    setComponent(fragment, ComponentKind::Fragment, std::move(value), encoding);
-    empty = false;
-}
-
-void StringParts::setSchemePresent(bool present) {
-    changePathOptions(&ComponentOptions::schemePresent, present);
+const std::u16string* StringParts::publishSerialisation(std::size_t index,
+                                                        std::u16string&& value) const {
+    const bool same = value == std::u16string_view(buffer_);
+    return derived_.publish(DerivedCache::kComponentSlots + index, std::move(value), same);
 }
 
 bool StringParts::operator==(const StringParts& other) const {
-    if (empty && other.empty) {
+    if (isEmpty() && other.isEmpty()) {
         return true;
     }
-    const Slot* const mine[] = {&userInfo, &host, &path, &query, &fragment};
-    const Slot* const theirs[] = {&other.userInfo, &other.host, &other.path, &other.query,
-                                  &other.fragment};
-    for (std::size_t i = 0; i < 5; ++i) {
-        if (mine[i]->has_value() != theirs[i]->has_value()) {
+    for (unsigned k = 0; k < 5; ++k) {
+        const auto kind = static_cast<ComponentKind>(k);
+        if (has(kind) != other.has(kind)) {
             return false;
         }
-        if (mine[i]->has_value() && **mine[i] != **theirs[i]) {
+        if (has(kind) && view(kind, Form::Iri) != other.view(kind, Form::Iri)) {
             return false;
         }
     }
     return true;
 }
 
-void StringParts::reset() noexcept {
-    for (auto it = slots.rbegin(); it != slots.rend(); ++it) {
-        (*it)->reset();
+// ---------------------------------------------------------------------------------------------
+// Writing
+
+void StringParts::append(std::size_t index, std::u16string_view value) {
+    const std::u16string_view whole(buffer_);
+    if (!value.empty() && value.data() >= whole.data() &&
+        value.data() < whole.data() + whole.size()) {
+        append(index, std::u16string_view(std::u16string(value)));  // a range of this buffer
+        return;
     }
-    empty = true;
+    const auto begin = static_cast<std::uint32_t>(buffer_.size());
+    buffer_ += value;
+    ranges_[index] = {begin, static_cast<std::uint32_t>(buffer_.size())};
+}
+
+void StringParts::append(std::size_t index, std::wstring_view value) {
+    const auto begin = static_cast<std::uint32_t>(buffer_.size());
+    try {
+        appendUtf16(value, buffer_);
+    } catch (...) {
+        buffer_.resize(begin);
+        throw;
+    }
+    ranges_[index] = {begin, static_cast<std::uint32_t>(buffer_.size())};
+}
+
+void StringParts::markSet(ComponentKind kind, Form form, bool nonEmpty) {
+    derived_.reset();
+    bits_ &= ~(3u << formShift(kind));
+    bits_ |= presentBit(kind) | (static_cast<std::uint32_t>(form) << formShift(kind));
+    // Options are only ever raised, from what precedes the path.
+    if (kind == ComponentKind::UserInfo || (kind == ComponentKind::Path && hasUserInfo())) {
+        bits_ |= kPathUserInfoBit;
+    }
+    if (kind == ComponentKind::Host || (kind == ComponentKind::Path && hasHost())) {
+        bits_ |= kPathHostBit;
+    }
+    if (kind != ComponentKind::Path || nonEmpty) {
+        bits_ &= ~kEmptyBit;
+    }
+}
+
+void StringParts::set(ComponentKind kind, std::u16string_view value, Form form) {
+    append(static_cast<std::size_t>(kind), value);
+    markSet(kind, form, !value.empty());
+}
+
+void StringParts::set(ComponentKind kind, std::wstring_view value, Form form) {
+    append(static_cast<std::size_t>(kind), value);
+    markSet(kind, form, !value.empty());
+}
+
+void StringParts::setUserInfo(std::wstring_view value, const Encoding& encoding) {
+    set(ComponentKind::UserInfo, value, formOf(encoding));
+}
+void StringParts::setHost(std::wstring_view value, const Encoding& encoding) {
+    set(ComponentKind::Host, value, formOf(encoding));
+}
+void StringParts::setPath(std::wstring_view value, const Encoding& encoding) {
+    set(ComponentKind::Path, value, formOf(encoding));
+}
+void StringParts::setQuery(std::wstring_view value, const Encoding& encoding, bool option) {
+    set(ComponentKind::Query, value, formOf(encoding));
+    if (option) {
+        bits_ |= kQueryOctetsBit;
+    }
+}
+void StringParts::setFragment(std::wstring_view value, const Encoding& encoding) {
+    set(ComponentKind::Fragment, value, formOf(encoding));
+}
+
+void StringParts::setSchemePresent(bool present) {
+    if (present != ((bits_ & kPathSchemeBit) != 0)) {
+        derived_.reset();
+        bits_ ^= kPathSchemeBit;
+    }
+}
+
+void StringParts::setQueryAsOctets() {
+    if ((bits_ & kQueryOctetsBit) == 0) {
+        derived_.reset();
+        bits_ |= kQueryOctetsBit;
+    }
+}
+
+void StringParts::setScheme(std::u16string_view value) {
+    derived_.reset();
+    append(kSchemeRange, value);
+}
+
+void StringParts::setPort(std::u16string_view value) {
+    derived_.reset();
+    append(kPortRange, value);
+}
+
+void StringParts::adoptText(const std::u16string& text) {
+    derived_.reset();
+    buffer_ = text;
+}
+
+void StringParts::setRange(ComponentKind kind, std::uint32_t begin, std::uint32_t end) {
+    ranges_[static_cast<std::size_t>(kind)] = {begin, end};
+    markSet(kind, Form::Iri, begin != end);
+}
+
+void StringParts::setSchemeRange(std::uint32_t begin, std::uint32_t end) {
+    ranges_[kSchemeRange] = {begin, end};
+}
+
+void StringParts::setPortRange(std::uint32_t begin, std::uint32_t end) {
+    ranges_[kPortRange] = {begin, end};
 }
 
 }  // namespace foundation::network::iri::detail

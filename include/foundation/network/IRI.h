@@ -155,7 +155,7 @@ private:
 
     // The implementation object lives in place here; its real size and alignment are checked
     // where it is defined.
-    static constexpr std::size_t kStorageSize = 1304;
+    static constexpr std::size_t kStorageSize = 128;
     static constexpr std::size_t kStorageAlign = 8;
     alignas(kStorageAlign) unsigned char storage_[kStorageSize];
 };

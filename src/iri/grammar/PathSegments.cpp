@@ -51,34 +51,48 @@ bool splitPathIntoSegments(const std::wstring& path, Segments& out) {
     return true;
 }
 
-bool containsDotSegments(const std::wstring& path) {
+namespace {
+
+template <class Char>
+bool holdsDotSegments(std::basic_string_view<Char> path) {
     const std::size_t length = path.size();
+    const auto at = [&](std::size_t i, char c) { return i < length && path[i] == Char(c); };
     if (length == 0) {
         return false;
     }
     if (length == 2) {
-        return path == L".." || path == L"./" || path == L"/.";
+        return (at(0, '.') && at(1, '.')) || (at(0, '.') && at(1, '/')) ||
+               (at(0, '/') && at(1, '.'));
     }
     if (length == 1) {
-        return path == L".";
+        return at(0, '.');
     }
-    for (std::size_t p = path.find(L'.'); p != std::wstring::npos; p = path.find(L'.', p + 1)) {
+    for (std::size_t p = path.find(Char('.')); p != path.npos; p = path.find(Char('.'), p + 1)) {
         if (p == 0) {
-            if (path.compare(1, 2, L"./") == 0 || path[1] == L'/') {
+            if ((at(1, '.') && at(2, '/')) || at(1, '/')) {
                 return true;
             }
         } else if (p == length - 1) {
-            return path[p - 1] == L'/';
+            return at(p - 1, '/');
         } else if (p == length - 2) {
             // Kept deliberately: the scan stops here, so "/a/./" is not seen as holding a dot
             // segment; resolution relies on exactly this answer.
-            return path[length - 3] == L'/' && path[length - 1] == L'.';
-        } else if (path[p - 1] == L'/' &&
-                   (path.compare(p + 1, 2, L"./") == 0 || path[p + 1] == L'/')) {
+            return at(length - 3, '/') && at(length - 1, '.');
+        } else if (at(p - 1, '/') && ((at(p + 1, '.') && at(p + 2, '/')) || at(p + 1, '/'))) {
             return true;
         }
     }
     return false;
+}
+
+}  // namespace
+
+bool containsDotSegments(const std::wstring& path) {
+    return holdsDotSegments(std::wstring_view(path));
+}
+
+bool containsDotSegments(std::u16string_view path) {
+    return holdsDotSegments(path);
 }
 
 void PathPercentDecoder::transcode(const std::wstring& in, std::wstring& out) const {

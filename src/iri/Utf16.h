@@ -1,0 +1,72 @@
+/// @file
+/// @brief Quick conversions between the IRI's UTF-16 storage and the code points its grammar
+/// and codecs work on. Text without surrogates converts unit for unit; anything else goes
+/// through the checked conversions, which also give the errors their texts.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "iri/grammar/Unicode.h"
+
+namespace foundation::network::iri::detail {
+
+inline bool isSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDFFF;
+}
+
+/// Appends the code points of `utf16` to `out`. Throws std::out_of_range ("Misplaced UTF-16
+/// surrogate U+...") for an unpaired surrogate. Returns whether a surrogate pair was seen.
+inline bool appendCodePoints(std::u16string_view utf16, std::wstring& out) {
+    bool pairs = false;
+    for (std::size_t i = 0; i < utf16.size(); ++i) {
+        const char16_t unit = utf16[i];
+        if (!isSurrogate(unit)) {
+            out.push_back(static_cast<wchar_t>(unit));
+            continue;
+        }
+        if (unit <= 0xDBFF && i + 1 < utf16.size() && utf16[i + 1] >= 0xDC00 &&
+            utf16[i + 1] <= 0xDFFF) {
+            out.push_back(
+                static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) + (utf16[i + 1] - 0xDC00)));
+            ++i;
+            pairs = true;
+            continue;
+        }
+        utf16ToCodePoints(std::u16string(utf16));  // throws with the conversion's own text
+    }
+    return pairs;
+}
+
+inline std::wstring widen(std::u16string_view utf16) {
+    std::wstring out;
+    out.reserve(utf16.size());
+    appendCodePoints(utf16, out);
+    return out;
+}
+
+/// Appends `codePoints` as UTF-16. Throws std::out_of_range for a surrogate value or one above
+/// U+10FFFF.
+inline void appendUtf16(std::wstring_view codePoints, std::u16string& out) {
+    for (const wchar_t c : codePoints) {
+        const auto v = static_cast<std::uint32_t>(c);
+        if (v < 0xD800 || (v > 0xDFFF && v <= 0xFFFF)) {
+            out.push_back(static_cast<char16_t>(v));
+        } else if (v > 0xFFFF && v <= 0x10FFFF) {
+            out.push_back(static_cast<char16_t>(0xD800 + ((v - 0x10000) >> 10)));
+            out.push_back(static_cast<char16_t>(0xDC00 + ((v - 0x10000) & 0x3FF)));
+        } else {
+            codePointsToUtf16(std::wstring(1, c));  // throws with the conversion's own text
+        }
+    }
+}
+
+inline std::u16string narrow(std::wstring_view codePoints) {
+    std::u16string out;
+    out.reserve(codePoints.size());
+    appendUtf16(codePoints, out);
+    return out;
+}
+
+}  // namespace foundation::network::iri::detail
