@@ -58,10 +58,10 @@ DerivedCache::DerivedCache(const DerivedCache& other) {
 }
 
 void DerivedCache::reset() noexcept {
-    Block* block = block_.exchange(nullptr, std::memory_order_acq_rel);
-    if (block == nullptr) {
-        return;
+    if (block_.load(std::memory_order_relaxed) == nullptr) {
+        return;  // the common case of a value being built: no atomic exchange
     }
+    Block* block = block_.exchange(nullptr, std::memory_order_acq_rel);
     for (auto& entry : block->entries) {
         const std::u16string* value = entry.load(std::memory_order_relaxed);
         if (value != mark()) {

@@ -183,21 +183,28 @@ void TemplateIRI<String>::parse(const std::u16string& utf16) {
         textIsCurrent.store(true);
         return;
     }
+    // The buffer only grows (no clearing and refilling), and the grammar reads the part
+    // written now.
     String& codePoints = scratch();
-    codePoints.clear();
+    if (codePoints.size() < utf16.size()) {
+        codePoints.resize(utf16.size());
+    }
     struct Trim {
         String& buffer;
         ~Trim() {
-            if (buffer.capacity() > kScratchKept) {
+            if (buffer.size() > kScratchKept) {
                 String().swap(buffer);
             }
         }
     } trim{codePoints};
-    const bool pairs = appendCodePoints(utf16, codePoints);
+    const std::size_t length = writeCodePoints(utf16, codePoints.data());
+    const bool pairs = length != utf16.size();
+    const auto first = codePoints.cbegin();
+    const auto last = first + static_cast<std::ptrdiff_t>(length);
     textIsCurrent.store(true);
     empty.store(false);
     Parts<String> found;
-    if (!irigrammar::parseString<String>(codePoints.cbegin(), codePoints.cend(), found)) {
+    if (!irigrammar::parseString<String>(first, last, found)) {
         throwParsingFailed();
     }
     setPartFlags(found);
@@ -212,7 +219,7 @@ void TemplateIRI<String>::parse(const std::u16string& utf16) {
         portNumber = number;
     }
     if (!found.scheme.present) {
-        found.scheme.setEmptyAt(codePoints.cbegin());
+        found.scheme.setEmptyAt(first);
     }
     found.update();
     parts.adoptText(utf16);

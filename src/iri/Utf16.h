@@ -18,31 +18,14 @@ inline bool isSurrogate(char16_t unit) {
 
 /// Appends the code points of `utf16` to `out`. Throws std::out_of_range ("Misplaced UTF-16
 /// surrogate U+...") for an unpaired surrogate. Returns whether a surrogate pair was seen.
-inline bool appendCodePoints(std::u16string_view utf16, std::wstring& out) {
-    bool pairs = false;
-    for (std::size_t i = 0; i < utf16.size(); ++i) {
-        const char16_t unit = utf16[i];
-        if (!isSurrogate(unit)) {
-            out.push_back(static_cast<wchar_t>(unit));
-            continue;
-        }
-        if (unit <= 0xDBFF && i + 1 < utf16.size() && utf16[i + 1] >= 0xDC00 &&
-            utf16[i + 1] <= 0xDFFF) {
-            out.push_back(
-                static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) + (utf16[i + 1] - 0xDC00)));
-            ++i;
-            pairs = true;
-            continue;
-        }
-        utf16ToCodePoints(std::u16string(utf16));  // throws with the conversion's own text
-    }
-    return pairs;
-}
+/// Writes the code points of `utf16` to `out`, which has room for `utf16.size()` of them, and
+/// returns how many it wrote. Throws std::out_of_range ("Misplaced UTF-16 surrogate U+...") for
+/// an unpaired surrogate.
+std::size_t writeCodePoints(std::u16string_view utf16, wchar_t* out);
 
 inline std::wstring widen(std::u16string_view utf16) {
-    std::wstring out;
-    out.reserve(utf16.size());
-    appendCodePoints(utf16, out);
+    std::wstring out(utf16.size(), L'\0');
+    out.resize(writeCodePoints(utf16, out.data()));
     return out;
 }
 
