@@ -1,5 +1,6 @@
 #include "iri/StringParts.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -27,9 +28,28 @@ Form formOf(const Encoding& encoding) {
 // ---------------------------------------------------------------------------------------------
 // DerivedCache
 
-const std::u16string* DerivedCache::mark() noexcept {
-    static const std::u16string sameAsSource;
-    return &sameAsSource;
+namespace {
+
+constexpr char16_t kMarkText[2] = {0, 0};
+
+}  // namespace
+
+DerivedCache::Entry DerivedCache::mark() noexcept {
+    return kMarkText;
+}
+
+DerivedCache::Entry DerivedCache::pack(std::u16string_view text) {
+    auto* entry = new char16_t[text.size() + 2];
+    const auto size = static_cast<std::uint32_t>(text.size());
+    entry[0] = static_cast<char16_t>(size >> 16);
+    entry[1] = static_cast<char16_t>(size & 0xFFFF);
+    std::copy(text.begin(), text.end(), entry + 2);
+    return entry;
+}
+
+std::u16string_view DerivedCache::unpack(Entry entry) noexcept {
+    const std::uint32_t size = (static_cast<std::uint32_t>(entry[0]) << 16) | entry[1];
+    return {entry + 2, size};
 }
 
 DerivedCache::DerivedCache(const DerivedCache& other) {
@@ -40,7 +60,7 @@ DerivedCache::DerivedCache(const DerivedCache& other) {
     Block* copy = nullptr;
     try {
         for (std::size_t i = 0; i < kSlots; ++i) {
-            const std::u16string* entry = source->entries[i].load(std::memory_order_acquire);
+            const Entry entry = source->entries[i].load(std::memory_order_acquire);
             if (entry == nullptr) {
                 continue;
             }
@@ -48,7 +68,7 @@ DerivedCache::DerivedCache(const DerivedCache& other) {
                 copy = new Block;
                 block_.store(copy, std::memory_order_relaxed);
             }
-            copy->entries[i].store(entry == mark() ? mark() : new std::u16string(*entry),
+            copy->entries[i].store(entry == mark() ? mark() : pack(unpack(entry)),
                                    std::memory_order_relaxed);
         }
     } catch (...) {
@@ -63,17 +83,24 @@ void DerivedCache::reset() noexcept {
     }
     Block* block = block_.exchange(nullptr, std::memory_order_acq_rel);
     for (auto& entry : block->entries) {
-        const std::u16string* value = entry.load(std::memory_order_relaxed);
+        const Entry value = entry.load(std::memory_order_relaxed);
         if (value != mark()) {
-            delete value;
+            delete[] value;
         }
     }
     delete block;
 }
 
-const std::u16string* DerivedCache::get(std::size_t slot) const noexcept {
+bool DerivedCache::find(std::size_t slot, std::u16string_view source,
+                        std::u16string_view& out) const noexcept {
     const Block* block = block_.load(std::memory_order_acquire);
-    return block == nullptr ? nullptr : block->entries[slot].load(std::memory_order_acquire);
+    const Entry entry =
+        block == nullptr ? nullptr : block->entries[slot].load(std::memory_order_acquire);
+    if (entry == nullptr) {
+        return false;
+    }
+    out = entry == mark() ? source : unpack(entry);
+    return true;
 }
 
 DerivedCache::Block& DerivedCache::block() const {
@@ -90,19 +117,19 @@ DerivedCache::Block& DerivedCache::block() const {
     return *block;
 }
 
-const std::u16string* DerivedCache::publish(std::size_t slot, std::u16string&& value,
-                                            bool sameAsSource) const {
+std::u16string_view DerivedCache::publish(std::size_t slot, std::u16string_view value,
+                                          std::u16string_view source) const {
     auto& entry = block().entries[slot];
-    const std::u16string* fresh = sameAsSource ? mark() : new std::u16string(std::move(value));
-    const std::u16string* expected = nullptr;
-    if (entry.compare_exchange_strong(expected, fresh, std::memory_order_acq_rel,
-                                      std::memory_order_acquire)) {
-        return fresh;
+    const Entry fresh = value == source ? mark() : pack(value);
+    Entry expected = nullptr;
+    if (!entry.compare_exchange_strong(expected, fresh, std::memory_order_acq_rel,
+                                       std::memory_order_acquire)) {
+        if (fresh != mark()) {
+            delete[] fresh;
+        }
+        return expected == mark() ? source : unpack(expected);
     }
-    if (fresh != mark()) {
-        delete fresh;
-    }
-    return expected;
+    return fresh == mark() ? source : unpack(fresh);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -195,13 +222,11 @@ std::u16string_view StringParts::view(ComponentKind kind, Form form) const {
         return source;
     }
     const std::size_t slot = static_cast<std::size_t>(kind) * 3 + static_cast<std::size_t>(form);
-    const std::u16string* cached = derived_.get(slot);
-    if (cached == nullptr) {
-        std::u16string value = derive(kind, form);
-        const bool same = value == source;
-        cached = derived_.publish(slot, std::move(value), same);
+    std::u16string_view cached;
+    if (derived_.find(slot, source, cached)) {
+        return cached;
     }
-    return cached == DerivedCache::mark() ? source : std::u16string_view(*cached);
+    return derived_.publish(slot, derive(kind, form), source);
 }
 
 std::u16string_view StringParts::view(ComponentKind kind, const Encoding& encoding) const {
@@ -245,12 +270,6 @@ std::u16string StringParts::authority(const Encoding& encoding) const {
 
 std::wstring StringParts::getAuthority(const Encoding& encoding) const {
     return widen(authority(encoding));
-}
-
-const std::u16string* StringParts::publishSerialisation(std::size_t index,
-                                                        std::u16string&& value) const {
-    const bool same = value == std::u16string_view(buffer_);
-    return derived_.publish(DerivedCache::kComponentSlots + index, std::move(value), same);
 }
 
 bool StringParts::operator==(const StringParts& other) const {

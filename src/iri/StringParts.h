@@ -27,9 +27,10 @@ enum class Form : std::uint8_t {
 /// Throws std::invalid_argument "Unknown Encoding" for any other value.
 Form formOf(const Encoding& encoding);
 
-/// Derived forms and serialisations, each published once through an atomic pointer; a form
-/// equal to the text it was derived from is published as a mark rather than a copy. The block
-/// itself is allocated on first use and published once.
+/// Derived forms and serialisations, each published once through an atomic pointer to one
+/// block holding its length and its text; a form equal to the text it was derived from is
+/// published as a mark rather than a copy. The table itself is allocated on first use and
+/// published once.
 class DerivedCache {
 public:
     static constexpr std::size_t kComponentSlots = 15;          // five components, three forms
@@ -45,19 +46,22 @@ public:
     /// Drops every entry. Needs exclusive access.
     void reset() noexcept;
 
-    /// The entry, or null while none was published. The mark means: the same text as the
-    /// source the entry was derived from.
-    const std::u16string* get(std::size_t slot) const noexcept;
-    /// Publishes `value` unless the entry was published meanwhile; returns the winner.
-    /// `sameAsSource` publishes the mark instead.
-    const std::u16string* publish(std::size_t slot, std::u16string&& value,
-                                  bool sameAsSource) const;
-    static const std::u16string* mark() noexcept;
+    /// The entry's text in `out` (`source` for the mark); false while none was published.
+    bool find(std::size_t slot, std::u16string_view source,
+              std::u16string_view& out) const noexcept;
+    /// Publishes `value` (as the mark when it equals `source`) unless the entry was published
+    /// meanwhile; returns the entry's text.
+    std::u16string_view publish(std::size_t slot, std::u16string_view value,
+                                std::u16string_view source) const;
 
 private:
+    using Entry = const char16_t*;  // the length (two units), then the text
     struct Block {
-        std::array<std::atomic<const std::u16string*>, kSlots> entries{};
+        std::array<std::atomic<Entry>, kSlots> entries{};
     };
+    static Entry mark() noexcept;
+    static Entry pack(std::u16string_view text);
+    static std::u16string_view unpack(Entry entry) noexcept;
     Block& block() const;
 
     mutable std::atomic<Block*> block_{nullptr};
@@ -140,11 +144,13 @@ public:
     void setSchemeRange(std::uint32_t begin, std::uint32_t end);
     void setPortRange(std::uint32_t begin, std::uint32_t end);
 
-    /// The serialisation cache: entry `index` (0 to 4).
-    const std::u16string* serialisation(std::size_t index) const noexcept {
-        return derived_.get(DerivedCache::kComponentSlots + index);
+    /// The serialisation cache: entry `index` (0 to 4), false while not filled.
+    bool serialisation(std::size_t index, std::u16string_view& out) const noexcept {
+        return derived_.find(DerivedCache::kComponentSlots + index, buffer_, out);
     }
-    const std::u16string* publishSerialisation(std::size_t index, std::u16string&& value) const;
+    std::u16string_view publishSerialisation(std::size_t index, std::u16string_view value) const {
+        return derived_.publish(DerivedCache::kComponentSlots + index, value, buffer_);
+    }
 
     bool operator==(const StringParts& other) const;
     bool operator!=(const StringParts& other) const { return !(*this == other); }

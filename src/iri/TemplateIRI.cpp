@@ -422,11 +422,9 @@ std::u16string_view TemplateIRI<String>::toNativeStringFromParts(const Encoding&
         return {};
     }
     const std::size_t entryIndex = kCacheEntry[value];
-    const auto cached = [&](const std::u16string* entry) {
-        return entry == DerivedCache::mark() ? parts.text() : std::u16string_view(*entry);
-    };
-    if (const std::u16string* entry = parts.serialisation(entryIndex)) {
-        return cached(entry);
+    std::u16string_view cached;
+    if (parts.serialisation(entryIndex, cached)) {
+        return cached;
     }
 
     // Two threads may build the same entry: the first to publish wins.
@@ -490,11 +488,11 @@ std::u16string_view TemplateIRI<String>::toNativeStringFromParts(const Encoding&
     }
 
     const std::size_t baseIndex = value == 0 ? 0 : (value <= 2 ? 1 : 2);
-    const std::u16string* base = parts.publishSerialisation(baseIndex, std::move(plain));
+    const std::u16string_view base = parts.publishSerialisation(baseIndex, plain);
     if (!strict) {
-        return cached(base);
+        return base;
     }
-    return cached(parts.publishSerialisation(entryIndex, std::move(repaired)));
+    return parts.publishSerialisation(entryIndex, repaired);
 }
 
 template <class String>
