@@ -5,8 +5,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <boost/json/src.hpp>
+#include <sstream>
 #include <string>
+#include <vector>
 
+#include "support/Corpus.h"
 #include "support/RunFnet.h"
 
 namespace {
@@ -63,6 +67,44 @@ TEST(ParseCommandTest, StandardInputAndInvalidUtf8) {
     EXPECT_NE(plain.out.find("userInfo  (absent)"), std::string::npos);
     // A port is a number from 0 to 65535.
     EXPECT_EQ(fnet("parse 'x://h:/' 'x://h:65536/'").status, 1);
+}
+
+// parse reads the components off the text it has checked; iri asks the IRI value for them in
+// Encoding 1 (as written). Over real URLs and IRIs the two must agree, and on validity too.
+TEST(ParseCommandTest, ComponentsAgreeWithTheIriValue) {
+    for (const char* corpus : {"urls.txt", "iris.txt"}) {
+        SCOPED_TRACE(corpus);
+        // Shapes the first lines may lack: IP literals, colons past the scheme, empty parts.
+        std::string lines =
+            "x://[::1]:80/p\n//u:p@[v1.x]:1?q#f\na:b/c:d\n?q:r#f:g\nx://u:p@h:8/\n//h\n#\nx:\n";
+        for (const auto& line : fntest::readLines(corpus, 3000)) {
+            lines += line + "\n";
+        }
+        std::istringstream parsed(fnet("parse --json -", lines).out);
+        std::istringstream read(fnet("iri --json -", lines).out);
+        std::string parseLine;
+        std::string iriLine;
+        std::size_t compared = 0;
+        while (std::getline(parsed, parseLine) && std::getline(read, iriLine)) {
+            const auto parse = boost::json::parse(parseLine).as_object();
+            const auto iri = boost::json::parse(iriLine).as_object();
+            SCOPED_TRACE(parseLine);
+            ASSERT_EQ(parse.at("valid").as_bool(), iri.at("error").is_null());
+            if (!parse.at("valid").as_bool()) {
+                continue;
+            }
+            for (const char* key : {"scheme", "port"}) {
+                EXPECT_EQ(parse.at(key), iri.at(key)) << key;
+            }
+            for (const char* key : {"userInfo", "host", "path", "query", "fragment"}) {
+                const auto& forms = iri.at(key);
+                EXPECT_EQ(parse.at(key), forms.is_null() ? forms : forms.as_object().at("1"))
+                    << key;
+            }
+            ++compared;
+        }
+        EXPECT_GT(compared, 2900u);
+    }
 }
 
 // Lines as they come from real files: each gives its own result or its own clear error, and the

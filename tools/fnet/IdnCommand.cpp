@@ -64,7 +64,7 @@ int runIdn(int argc, char** argv) {
             const Converted converted = convert(converter, toAscii, items[0]);
             if (json) {
                 out.keys["direction"] = toAscii ? "toAscii" : "toUnicode";
-                out.keys["output"] = textOrNull(converted.output);
+                setText(out.keys["output"], converted.output);
             } else if (converted.output) {
                 out.text = *converted.output + "\n";
             }

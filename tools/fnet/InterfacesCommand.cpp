@@ -29,7 +29,7 @@ Outcome describe(const NetworkInterface& interface) {
     outcome.keys["loopback"] = interface.isLoopback();
     outcome.keys["multicast"] = interface.supportsMulticast();
     outcome.keys["mac"] = jsonSafe(mac);
-    outcome.keys["addresses"] = textArray(addresses);
+    setTexts(outcome.keys["addresses"], addresses);
     // In the manner of `ip -br addr`: name, state, link-layer address, addresses.
     std::ostringstream line;
     line << std::left << std::setw(16) << interface.getIdentifier() << " " << std::setw(6)

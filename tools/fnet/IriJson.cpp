@@ -30,12 +30,11 @@ std::optional<std::string> tryRead(const std::function<std::u16string()>& read) 
 using Getter = std::function<std::u16string(const Encoding&)>;
 
 // The component in Encodings 0 to 4 (a conversion that fails shows as null).
-boost::json::object encodingsObject(const Getter& get) {
-    boost::json::object object;
+void setEncodings(boost::json::value& target, const Getter& get) {
+    boost::json::object& object = target.emplace_object();
     for (unsigned value = 0; value < 5; ++value) {
-        object[std::to_string(value)] = textOrNull(tryRead([&] { return get(Encoding(value)); }));
+        setText(object[std::to_string(value)], tryRead([&] { return get(Encoding(value)); }));
     }
-    return object;
 }
 
 void addLine(std::string& out, const std::string& name, const std::string& value) {
@@ -104,7 +103,7 @@ void iriJson(const IRI& iri, boost::json::object& keys) {
     };
     for (std::size_t i = 0; i < 7; ++i) {
         if (present[i]) {
-            keys[kComponentKeys[i]] = encodingsObject(getters[i]);
+            setEncodings(keys[kComponentKeys[i]], getters[i]);
         }
     }
     const std::function<std::u16string()> serialisations[] = {
@@ -114,7 +113,7 @@ void iriJson(const IRI& iri, boost::json::object& keys) {
         [&] { return iri.toAsciiString(true); },
     };
     for (std::size_t i = 0; i < 4; ++i) {
-        keys[kSerialisationKeys[i]] = textOrNull(tryRead(serialisations[i]));
+        setText(keys[kSerialisationKeys[i]], tryRead(serialisations[i]));
     }
 }
 

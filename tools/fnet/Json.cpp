@@ -6,24 +6,24 @@
 
 namespace fnet {
 
-boost::json::string jsonSafe(std::string_view utf8) {
-    const std::string text = sanitizeUtf8(utf8);
-    return boost::json::string(text.data(), text.size());
+std::string jsonSafe(std::string_view utf8) {
+    return sanitizeUtf8(utf8);
 }
 
-boost::json::value textOrNull(const std::optional<std::string>& utf8) {
-    if (!utf8) {
-        return nullptr;
+void setText(boost::json::value& target, const std::optional<std::string>& utf8) {
+    if (utf8) {
+        target = jsonSafe(*utf8);
+    } else {
+        target = nullptr;
     }
-    return jsonSafe(*utf8);
 }
 
-boost::json::value textArray(const std::vector<std::string>& utf8) {
-    boost::json::array array;
+void setTexts(boost::json::value& target, const std::vector<std::string>& utf8) {
+    boost::json::array& array = target.emplace_array();
+    array.reserve(utf8.size());
     for (const auto& text : utf8) {
         array.emplace_back(jsonSafe(text));
     }
-    return array;
 }
 
 }  // namespace fnet

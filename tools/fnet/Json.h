@@ -2,7 +2,6 @@
 /// @brief Values for the JSON records, built with Boost.JSON.
 #pragma once
 
-#include <boost/json/string.hpp>
 #include <boost/json/value.hpp>
 #include <optional>
 #include <string>
@@ -11,13 +10,13 @@
 
 namespace fnet {
 
-/// A JSON string of UTF-8 text; ill-formed parts become U+FFFD.
-boost::json::string jsonSafe(std::string_view utf8);
+/// The text made fit for a JSON string: a copy, with ill-formed UTF-8 parts as U+FFFD.
+std::string jsonSafe(std::string_view utf8);
 
-/// The text, or null when absent.
-boost::json::value textOrNull(const std::optional<std::string>& utf8);
+/// Sets `target` to the text, or to null when it is absent.
+void setText(boost::json::value& target, const std::optional<std::string>& utf8);
 
-/// An array of texts.
-boost::json::value textArray(const std::vector<std::string>& utf8);
+/// Sets `target` to an array of the texts.
+void setTexts(boost::json::value& target, const std::vector<std::string>& utf8);
 
 }  // namespace fnet

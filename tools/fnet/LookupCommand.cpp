@@ -39,7 +39,7 @@ int runLookup(int argc, char** argv) {
             }
         }
         if (json) {
-            out.keys["addresses"] = textArray(texts);
+            setTexts(out.keys["addresses"], texts);
             return;
         }
         out.text = name;

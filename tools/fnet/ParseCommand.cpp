@@ -1,6 +1,8 @@
 // fnet parse: checks each input against the IRI grammar and shows the seven components.
+#include <algorithm>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "Commands.h"
 #include "Json.h"
@@ -12,47 +14,70 @@ namespace fnet {
 namespace {
 
 using foundation::network::IRI;
-using foundation::network::iri::Encoding;
 
 constexpr const char* kNotAnIri = "not an IRI reference";
 
 constexpr const char* kComponentNames[] = {"scheme", "userInfo", "host",    "port",
                                            "path",   "query",    "fragment"};
 
-// The seven components as written (IRI text), in the order of kComponentNames; nothing for an
-// absent one. The path is always there, possibly empty.
-void readComponents(const IRI& iri, std::optional<std::string> (&out)[7]) {
-    const Encoding asWritten = Encoding::iri();
-    if (iri.hasScheme()) {
-        out[0] = utf16ToUtf8(iri.getScheme());
+// The seven components of a reference the IRI grammar accepted, as written, in the order of
+// kComponentNames; nothing for an absent one (the path is always there, possibly empty). In a
+// valid reference the delimiters alone mark the components (RFC 3986 appendix B), so they are
+// read straight from the text: no conversion, no copy.
+void splitComponents(std::string_view text, std::optional<std::string_view> (&out)[7]) {
+    // Where the first character that ends a part is, or the text's end.
+    const auto firstOf = [&](auto endsPart) {
+        return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), endsPart) -
+                                        text.begin());
+    };
+    const auto queryOrFragment = [](char c) { return c == '?' || c == '#'; };
+    const auto pathQueryOrFragment = [](char c) { return c == '/' || c == '?' || c == '#'; };
+    const auto take = [&](std::size_t end) {
+        const std::string_view part = text.substr(0, end);
+        text.remove_prefix(std::min(text.size(), end + 1));
+        return part;
+    };
+    if (const std::size_t colon =
+            firstOf([](char c) { return c == ':' || c == '/' || c == '?' || c == '#'; });
+        colon < text.size() && text[colon] == ':') {
+        out[0] = take(colon);
     }
-    if (iri.hasUserInfo()) {
-        out[1] = utf16ToUtf8(iri.getUserInfo(asWritten));
+    if (text.substr(0, 2) == "//") {
+        text.remove_prefix(2);
+        std::string_view authority = text.substr(0, firstOf(pathQueryOrFragment));
+        text.remove_prefix(authority.size());
+        if (const std::size_t at = authority.find('@'); at != std::string_view::npos) {
+            out[1] = authority.substr(0, at);
+            authority.remove_prefix(at + 1);
+        }
+        const std::size_t hostEnd = authority.find(':', authority.rfind(']') + 1);
+        out[2] = authority.substr(0, hostEnd);
+        if (hostEnd != std::string_view::npos) {
+            out[3] = authority.substr(hostEnd + 1);
+        }
     }
-    if (iri.hasHost()) {
-        out[2] = utf16ToUtf8(iri.getHost(asWritten));
+    out[4] = text.substr(0, firstOf(queryOrFragment));
+    text.remove_prefix(out[4]->size());
+    if (!text.empty() && text.front() == '?') {
+        text.remove_prefix(1);
+        out[5] = text.substr(0, text.find('#'));
+        text.remove_prefix(out[5]->size());
     }
-    if (iri.hasPort()) {
-        out[3] = utf16ToUtf8(iri.getPort());
-    }
-    out[4] = utf16ToUtf8(iri.getPath(asWritten));
-    if (iri.hasQuery()) {
-        out[5] = utf16ToUtf8(iri.getQuery(asWritten));
-    }
-    if (iri.hasFragment()) {
-        out[6] = utf16ToUtf8(iri.getFragment(asWritten));
+    if (!text.empty() && text.front() == '#') {
+        out[6] = text.substr(1);
     }
 }
 
 void parseOne(std::string_view input, Outcome& out, bool json) {
-    std::optional<std::string> components[7];
+    std::optional<std::string_view> components[7];
     const std::optional<std::u16string> utf16 = decodeInput(input);
     bool valid = false;
     if (!utf16) {
         out.fail(kInvalidUtf8);
     } else {
         try {
-            readComponents(IRI(*utf16), components);
+            IRI{*utf16};
+            splitComponents(input, components);
             valid = true;
         } catch (const std::logic_error&) {
             out.fail(kNotAnIri);
@@ -61,7 +86,9 @@ void parseOne(std::string_view input, Outcome& out, bool json) {
     if (json) {
         out.keys["valid"] = valid;
         for (int i = 0; i < 7; ++i) {
-            out.keys[kComponentNames[i]] = textOrNull(components[i]);
+            if (components[i]) {
+                out.keys[kComponentNames[i]] = *components[i];
+            }
         }
         return;
     }
@@ -70,7 +97,8 @@ void parseOne(std::string_view input, Outcome& out, bool json) {
         for (int i = 0; i < 7; ++i) {
             const std::string name = kComponentNames[i];
             out.text += name + std::string(10 - name.size(), ' ') +
-                        (components[i] ? jsonString(*components[i]) : "(absent)") + "\n";
+                        (components[i] ? jsonString(*components[i]) : std::string("(absent)")) +
+                        "\n";
         }
     }
     out.text += "\n";

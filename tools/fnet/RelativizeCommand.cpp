@@ -51,7 +51,7 @@ int runRelativize(int argc, char** argv) {
             const bool roundTrip = result.resolveAgainst(*base) == *iri;
             const std::string relative = utf16ToUtf8(result.toString(false));
             if (json) {
-                out.keys["relative"] = jsonSafe(relative);
+                out.keys["relative"] = relative;
                 out.keys["roundTrip"] = roundTrip;
             } else {
                 out.text = relative + "\n";

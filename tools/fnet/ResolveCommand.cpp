@@ -51,8 +51,8 @@ int runResolve(int argc, char** argv) {
             }
             const IRI target = reference->resolveAgainst(*base);
             if (json) {
-                out.keys["target"] = jsonSafe(utf16ToUtf8(target.toString(false)));
-                out.keys["targetAscii"] = jsonSafe(utf16ToUtf8(target.toAsciiString(false)));
+                out.keys["target"] = utf16ToUtf8(target.toString(false));
+                out.keys["targetAscii"] = utf16ToUtf8(target.toAsciiString(false));
             } else {
                 out.text =
                     utf16ToUtf8(ascii ? target.toAsciiString(false) : target.toString(false));

@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <boost/json/array.hpp>
-#include <boost/json/serialize.hpp>
+#include <boost/json/monotonic_resource.hpp>
+#include <boost/json/serializer.hpp>
 #include <cerrno>
 #include <cstdio>
 #include <exception>
+#include <memory>
 #include <system_error>
 #include <thread>
 
@@ -19,7 +21,8 @@ namespace fnet {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::size_t kReadSize = std::size_t{1} << 16;
+// Standard input is read in blocks of up to this size (a pipe gives what it holds at once).
+constexpr std::size_t kReadSize = std::size_t{1} << 20;
 // Below this many inputs per thread a block is not worth splitting.
 constexpr std::size_t kMinInputsPerWorker = 64;
 
@@ -29,28 +32,32 @@ void put(std::FILE* stream, const std::string& text) {
     }
 }
 
-void appendRecord(std::string& out, const RecordKeys& keys, Outcome& outcome,
-                  boost::json::value input) {
-    boost::json::object record(outcome.keys.storage());
-    record.reserve(keys.size() + 2);
-    if (!input.is_null()) {
-        record.emplace("input", std::move(input));
+void appendJson(std::string& out, boost::json::serializer& serializer,
+                const boost::json::object& record) {
+    char buffer[4096];
+    serializer.reset(&record);
+    while (!serializer.done()) {
+        const auto part = serializer.read(buffer, sizeof buffer);
+        out.append(part.data(), part.size());
     }
-    for (const char* key : keys) {
-        boost::json::value* value = outcome.keys.if_contains(key);
-        record.emplace(key, value != nullptr ? std::move(*value) : boost::json::value(nullptr));
-    }
-    if (outcome.failed()) {
-        record.emplace("error", jsonSafe(outcome.error));
-    } else {
-        record.emplace("error", nullptr);
-    }
-    out += boost::json::serialize(record);
     out += '\n';
 }
 
-// What one worker wrote for its share of a block.
-struct Output {
+// The record's keys in their places, every value null: the command's handler fills them in.
+void prepareRecord(boost::json::object& record, const RecordKeys& keys) {
+    record.reserve(keys.size() + 2);
+    for (const char* key : keys) {
+        record.emplace(key, nullptr);
+    }
+    record.emplace("error", nullptr);
+}
+
+// One thread's share of the work: its handler, the memory its records are built in (reused
+// from input to input), and what it wrote for its share of the current block.
+struct Worker {
+    Handler handler;
+    alignas(16) unsigned char memory[std::size_t{64} << 10];
+    boost::json::serializer serializer;
     std::string out;
     std::string err;
     bool failed = false;
@@ -65,8 +72,7 @@ public:
           makeHandler_(makeHandler),
           group_(group),
           interactive_(::isatty(STDOUT_FILENO) == 1),
-          workers_(interactive_ ? 1 : cli.jobs()),
-          outputs_(workers_) {}
+          maxWorkers_(interactive_ ? 1 : cli.jobs()) {}
 
     // Hands inputs over in order; pairs may straddle calls.
     void feed(std::span<const std::string_view> inputs) {
@@ -155,9 +161,10 @@ private:
             return;
         }
         const std::size_t workers =
-            interactive_ ? 1 : std::clamp<std::size_t>(count / kMinInputsPerWorker, 1, workers_);
-        while (handlers_.size() < workers) {  // made here, never on a worker thread
-            handlers_.push_back(makeHandler_());
+            std::clamp<std::size_t>(count / kMinInputsPerWorker, 1, interactive_ ? 1 : maxWorkers_);
+        while (workers_.size() < workers) {  // made here, never on a worker thread
+            workers_.push_back(std::make_unique<Worker>());
+            workers_.back()->handler = makeHandler_();
         }
         if (interactive_) {  // a person reads along: each result as soon as it is known
             for (std::size_t i = 0; i < count; ++i) {
@@ -183,23 +190,46 @@ private:
         flush(workers);
     }
 
-    void runShare(std::size_t worker, std::span<const std::string_view> items) {
-        Output& output = outputs_[worker];
+    void runShare(std::size_t index, std::span<const std::string_view> items) {
+        Worker& worker = *workers_[index];
         for (std::size_t i = 0; i + group_ <= items.size(); i += group_) {
             const auto one = items.subspan(i, group_);
-            Outcome outcome;
-            try {
-                handlers_[worker](one, outcome);
-            } catch (const std::exception& e) {
-                outcome.fail(e.what());
+            {
+                // Fresh each time: its blocks beyond the buffer go back when it does.
+                boost::json::monotonic_resource memory(worker.memory, sizeof worker.memory);
+                Outcome outcome{boost::json::storage_ptr(&memory)};
+                if (cli_.json()) {
+                    setInput(outcome.keys, one);
+                    prepareRecord(outcome.keys, keys_);
+                }
+                try {
+                    worker.handler(one, outcome);
+                } catch (const std::exception& e) {
+                    outcome.fail(e.what());
+                }
+                record(worker, one, outcome);
             }
-            record(output, one, outcome);
         }
     }
 
-    void record(Output& output, std::span<const std::string_view> items, Outcome& outcome) {
+    void setInput(boost::json::object& record, std::span<const std::string_view> items) const {
+        if (group_ == 1 && isUtf8(items[0])) {
+            record.emplace("input", items[0]);
+            return;
+        }
+        if (group_ == 1) {
+            record.emplace("input", jsonSafe(items[0]));
+            return;
+        }
+        boost::json::array& all = record["input"].emplace_array();
+        for (const std::string_view item : items) {
+            all.emplace_back(jsonSafe(item));
+        }
+    }
+
+    void record(Worker& worker, std::span<const std::string_view> items, Outcome& outcome) {
         if (outcome.failed()) {
-            output.failed = true;
+            worker.failed = true;
             std::string subject;
             const auto quote = [&](std::string_view text) {
                 subject += (subject.empty() ? "'" : " '") + printable(text) + "'";
@@ -209,35 +239,28 @@ private:
             } else {
                 std::for_each(items.begin(), items.end(), quote);
             }
-            output.err +=
+            worker.err +=
                 "fnet " + cli_.command() + ": " + subject + ": " + printable(outcome.error) + "\n";
         }
         if (!cli_.json()) {
-            output.out += outcome.text;
+            worker.out += outcome.text;
             return;
         }
-        boost::json::value input;
-        if (group_ == 1) {
-            input = jsonSafe(items[0]);
-        } else {
-            boost::json::array all;
-            for (const std::string_view item : items) {
-                all.emplace_back(jsonSafe(item));
-            }
-            input = std::move(all);
+        if (outcome.failed()) {
+            outcome.keys["error"] = jsonSafe(outcome.error);
         }
-        appendRecord(output.out, keys_, outcome, std::move(input));
+        appendJson(worker.out, worker.serializer, outcome.keys);
     }
 
     void flush(std::size_t workers) {
         for (std::size_t w = 0; w < workers; ++w) {
-            Output& output = outputs_[w];
-            put(stdout, output.out);
-            put(stderr, output.err);
-            failed_ = failed_ || output.failed;
-            output.out.clear();
-            output.err.clear();
-            output.failed = false;
+            Worker& worker = *workers_[w];
+            put(stdout, worker.out);
+            put(stderr, worker.err);
+            failed_ = failed_ || worker.failed;
+            worker.out.clear();
+            worker.err.clear();
+            worker.failed = false;
         }
         std::fflush(stdout);
     }
@@ -247,9 +270,8 @@ private:
     const std::function<Handler()>& makeHandler_;
     const std::size_t group_;
     const bool interactive_;
-    const std::size_t workers_;
-    std::vector<Handler> handlers_;
-    std::vector<Output> outputs_;
+    const std::size_t maxWorkers_;
+    std::vector<std::unique_ptr<Worker>> workers_;
     std::vector<std::string_view> items_;
     std::optional<std::string> pending_;
     bool failed_ = false;
@@ -281,13 +303,22 @@ int runInputs(const Cli& cli, std::size_t from, const RecordKeys& keys,
 
 int writeOutcome(const Cli& cli, const RecordKeys& keys, const Outcome& outcome,
                  const std::optional<std::string>& input) {
-    Outcome copy = outcome;
-    std::string out;
+    std::string out = outcome.text;
     if (cli.json()) {
-        appendRecord(out, keys, copy,
-                     input ? boost::json::value(jsonSafe(*input)) : boost::json::value(nullptr));
-    } else {
-        out = outcome.text;
+        boost::json::object record;
+        if (input) {
+            record.emplace("input", jsonSafe(*input));
+        }
+        prepareRecord(record, keys);
+        for (const auto& [key, value] : outcome.keys) {
+            record[key] = value;
+        }
+        if (outcome.failed()) {
+            record["error"] = jsonSafe(outcome.error);
+        }
+        out.clear();
+        boost::json::serializer serializer;
+        appendJson(out, serializer, record);
     }
     put(stdout, out);
     std::fflush(stdout);

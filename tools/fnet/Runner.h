@@ -21,9 +21,13 @@ namespace fnet {
 
 /// What a command made of one input.
 struct Outcome {
-    boost::json::object keys;  ///< the command's own keys (any order; the record orders them)
-    std::string text;          ///< plain output, whole lines
-    std::string error;         ///< the message; empty on success
+    explicit Outcome(boost::json::storage_ptr memory = {}) : keys(std::move(memory)) {}
+
+    /// The record: with --json the runner has put "input", each of the command's keys (null)
+    /// and "error" in place; the handler sets the values of its keys.
+    boost::json::object keys;
+    std::string text;   ///< plain output, whole lines
+    std::string error;  ///< the message; empty on success
     /// The text the message is about when it is not the input (the base of a resolution).
     std::optional<std::string> subject;
 

@@ -6,19 +6,15 @@
 
 namespace fnet {
 
-namespace {
-
-bool isWellFormed(std::string_view utf8) {
+bool isUtf8(std::string_view text) {
     // Plain ASCII, the common case, needs no conversion to be checked.
-    for (const char c : utf8) {
+    for (const char c : text) {
         if (static_cast<unsigned char>(c) >= 0x80) {
-            return decodeInput(utf8).has_value();
+            return decodeInput(text).has_value();
         }
     }
     return true;
 }
-
-}  // namespace
 
 std::optional<std::u16string> decodeInput(std::string_view utf8) {
     try {
@@ -29,7 +25,7 @@ std::optional<std::u16string> decodeInput(std::string_view utf8) {
 }
 
 std::string sanitizeUtf8(std::string_view utf8) {
-    if (isWellFormed(utf8)) {
+    if (isUtf8(utf8)) {
         return std::string(utf8);
     }
     return utf16ToUtf8(foundation::network::utf8ToUtf16Replacing(utf8));
