@@ -52,6 +52,10 @@ TEST(IriOpsCommandsTest, Relativize) {
     EXPECT_EQ(fnet("relativize --json 'http://h/a' 'http://h/%2F?%3F'").out,
               "{\"input\":\"http://h/%2F?%3F\",\"base\":\"http://h/a\",\"relative\":\"%2F?%3F\","
               "\"roundTrip\":true,\"error\":null}\n");
+    // roundTrip reads the printed text back: it must not name the scheme "isbn".
+    EXPECT_EQ(fnet("relativize --json urn: urn:isbn:foo").out,
+              "{\"input\":\"urn:isbn:foo\",\"base\":\"urn:\",\"relative\":\"./isbn:foo\","
+              "\"roundTrip\":true,\"error\":null}\n");
     EXPECT_EQ(fnet("relativize").status, 2);
 }
 
