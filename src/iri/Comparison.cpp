@@ -8,7 +8,6 @@
 namespace foundation::network::iri::detail {
 namespace {
 
-constexpr Encoding kPlainForm(0);
 constexpr Encoding kIriForm(1);
 
 // Code point order over UTF-16 text: a unit of a surrogate pair sorts above every other unit.
@@ -27,8 +26,16 @@ bool lessByCodePoints(std::u16string_view a, std::u16string_view b) {
 
 }  // namespace
 
+// Two values are equal exactly when both are empty, or neither is and their IRI-form texts
+// are equal; the order is the order of those texts. Both read the same text as the hash, so
+// equal values hash alike and the order agrees with equality: the values serve as keys of
+// ordered and hashed containers whatever mix of parsed, resolved and built values they hold.
+// The scheme and port checks below only reject early: where they differ the texts differ too.
 template <class String>
 bool TemplateIRI<String>::operator==(const TemplateIRI& other) const {
+    if (this == &other) {
+        return true;
+    }
     const bool thisEmpty = empty.load();
     const bool otherEmpty = other.empty.load();
     if (thisEmpty || otherEmpty) {
@@ -38,14 +45,12 @@ bool TemplateIRI<String>::operator==(const TemplateIRI& other) const {
         (schemePresent && parts.scheme() != other.parts.scheme())) {
         return false;
     }
-    // The number, not the text: "080" equals "80".
-    if (portPresent != other.portPresent || (portPresent && portNumber != other.portNumber)) {
+    if (portPresent != other.portPresent || (portPresent && parts.port() != other.parts.port())) {
         return false;
     }
-    if (!textIsCurrent.load() && !other.textIsCurrent.load()) {
-        return parts == other.parts;
-    }
-    if (hashValue() != other.hashValue()) {
+    // Hashes already at hand reject cheaply; computing them only for this would cost more
+    // than comparing the texts.
+    if (hashKnown.load() && other.hashKnown.load() && hash.load() != other.hash.load()) {
         return false;
     }
     return toNativeStringFromParts(kIriForm) == other.toNativeStringFromParts(kIriForm);
@@ -53,36 +58,16 @@ bool TemplateIRI<String>::operator==(const TemplateIRI& other) const {
 
 template <class String>
 bool TemplateIRI<String>::operator!=(const TemplateIRI& other) const {
-    const bool thisEmpty = empty.load();
-    const bool otherEmpty = other.empty.load();
-    if (thisEmpty || otherEmpty) {
-        return !(thisEmpty && otherEmpty);
-    }
-    if (schemePresent != other.schemePresent ||
-        (schemePresent && parts.scheme() != other.parts.scheme())) {
-        return true;
-    }
-    if (portPresent != other.portPresent || (portPresent && portNumber != other.portNumber)) {
-        return true;
-    }
-    if (!textIsCurrent.load() && !other.textIsCurrent.load()) {
-        return parts != other.parts;
-    }
-    if (hashValue() != other.hashValue()) {
-        return true;
-    }
-    return toNativeStringFromParts(kIriForm) != other.toNativeStringFromParts(kIriForm);
+    return !(*this == other);
 }
 
 template <class String>
 bool TemplateIRI<String>::operator<(const TemplateIRI& other) const {
-    const bool thisCurrent = textIsCurrent.load();
-    const bool otherCurrent = other.textIsCurrent.load();
-    if (thisCurrent && otherCurrent) {
-        return lessByCodePoints(parts.text(), other.parts.text());
+    if (this == &other) {
+        return false;
     }
-    const Encoding& form = thisCurrent || otherCurrent ? kIriForm : kPlainForm;
-    return lessByCodePoints(toNativeStringFromParts(form), other.toNativeStringFromParts(form));
+    return lessByCodePoints(toNativeStringFromParts(kIriForm),
+                            other.toNativeStringFromParts(kIriForm));
 }
 
 template <class String>
