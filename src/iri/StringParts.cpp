@@ -316,6 +316,7 @@ void StringParts::append(std::size_t index, std::wstring_view value) {
 
 void StringParts::markSet(ComponentKind kind, Form form, bool nonEmpty) {
     derived_.reset();
+    bits_ &= ~kTextBit;
     bits_ &= ~(3u << formShift(kind));
     bits_ |= presentBit(kind) | (static_cast<std::uint32_t>(form) << formShift(kind));
     // Options are only ever raised, from what precedes the path.
@@ -375,17 +376,74 @@ void StringParts::setQueryAsOctets() {
 
 void StringParts::setScheme(std::u16string_view value) {
     derived_.reset();
+    bits_ &= ~kTextBit;
     append(kSchemeRange, value);
 }
 
 void StringParts::setPort(std::u16string_view value) {
     derived_.reset();
+    bits_ &= ~kTextBit;
     append(kPortRange, value);
 }
 
 void StringParts::adoptText(const std::u16string& text) {
     derived_.reset();
+    bits_ &= ~kTextBit;
     buffer_ = text;
+}
+
+bool StringParts::writeAsText(bool schemePresent, bool portPresent) {
+    for (unsigned k = 0; k < 5; ++k) {
+        const auto kind = static_cast<ComponentKind>(k);
+        if (has(kind) && given(kind) != Form::Iri) {
+            return false;
+        }
+    }
+    const bool authority = hasHost();
+    std::size_t length = 0;
+    for (const Range& r : ranges_) {
+        length += r.end - r.begin;
+    }
+    std::u16string text;
+    text.reserve(length + 8);
+    std::array<Range, 7> ranges{};
+    const auto put = [&](std::size_t index) {
+        const auto begin = static_cast<std::uint32_t>(text.size());
+        text += range(index);
+        ranges[index] = {begin, static_cast<std::uint32_t>(text.size())};
+    };
+    constexpr auto kUserInfo = static_cast<std::size_t>(ComponentKind::UserInfo);
+    constexpr auto kHost = static_cast<std::size_t>(ComponentKind::Host);
+    if (schemePresent) {
+        put(kSchemeRange);
+        text += u':';
+    }
+    if (authority) {
+        text += u"//";
+        if (hasUserInfo()) {
+            put(kUserInfo);
+            text += u'@';
+        }
+        put(kHost);
+        if (portPresent) {
+            text += u':';
+            put(kPortRange);
+        }
+    }
+    put(static_cast<std::size_t>(ComponentKind::Path));
+    if (hasQuery()) {
+        text += u'?';
+        put(static_cast<std::size_t>(ComponentKind::Query));
+    }
+    if (hasFragment()) {
+        text += u'#';
+        put(static_cast<std::size_t>(ComponentKind::Fragment));
+    }
+    derived_.reset();
+    buffer_.swap(text);
+    ranges_ = ranges;
+    bits_ |= kTextBit;
+    return true;
 }
 
 void StringParts::setRange(ComponentKind kind, std::uint32_t begin, std::uint32_t end) {

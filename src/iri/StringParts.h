@@ -137,8 +137,16 @@ public:
 
     /// Takes `text` as the buffer: the text an IRI was parsed from. The ranges below index it.
     void adoptText(const std::u16string& text);
-    /// The whole buffer: the parsed text while only adoptText and the range setters ran.
+    /// The whole buffer: the parsed text while only adoptText and the range setters ran, or
+    /// what writeAsText wrote.
     std::u16string_view text() const noexcept { return buffer_; }
+    /// Rewrites the buffer as the IRI-form text of the whole value (scheme ":", "//" and the
+    /// authority when a host is present, path, "?" query, "#" fragment), when every component
+    /// is held in its IRI form; the ranges then index that text. Returns whether it did.
+    bool writeAsText(bool schemePresent, bool portPresent);
+    /// Whether the buffer is the IRI-form text of the whole value (writeAsText ran since the
+    /// last write).
+    bool isText() const noexcept { return (bits_ & kTextBit) != 0; }
     /// Marks [begin, end) of the adopted text as a component in its IRI form.
     void setRange(ComponentKind kind, std::uint32_t begin, std::uint32_t end);
     void setSchemeRange(std::uint32_t begin, std::uint32_t end);
@@ -171,6 +179,7 @@ private:
     static constexpr std::uint32_t kPathUserInfoBit = 1u << 2;
     static constexpr std::uint32_t kPathHostBit = 1u << 3;
     static constexpr std::uint32_t kQueryOctetsBit = 1u << 4;
+    static constexpr std::uint32_t kTextBit = 1u << 5;
     static constexpr std::uint32_t presentBit(ComponentKind kind) {
         return 1u << (8 + static_cast<unsigned>(kind));
     }

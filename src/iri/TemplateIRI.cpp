@@ -201,8 +201,8 @@ void TemplateIRI<String>::parse(const std::u16string& utf16) {
     const bool pairs = length != utf16.size();
     const auto first = codePoints.cbegin();
     const auto last = first + static_cast<std::ptrdiff_t>(length);
-    textIsCurrent.store(true);
-    empty.store(false);
+    textIsCurrent.store(true, std::memory_order_relaxed);  // the value is not shared yet
+    empty.store(false, std::memory_order_relaxed);
     Parts<String> found;
     if (!irigrammar::parseString<String>(first, last, found)) {
         throwParsingFailed();
@@ -415,7 +415,7 @@ template <class String>
 std::u16string_view TemplateIRI<String>::toNativeStringFromParts(const Encoding& encoding) const {
     static_cast<void>(formOf(encoding));  // refuses an unknown Encoding
     const std::uint32_t value = encoding.value();
-    if (value == 1 && textIsCurrent.load()) {
+    if (value == 1 && (textIsCurrent.load() || parts.isText())) {
         return parts.text();
     }
     if (empty.load()) {
