@@ -1,6 +1,6 @@
 #include "iri/grammar/PathSegments.h"
 
-#include <boost/spirit/include/qi.hpp>
+#include <string_view>
 
 #include "iri/grammar/DoNotDecodeSets.h"
 #include "iri/grammar/PercentDecoder.h"
@@ -9,43 +9,33 @@ namespace foundation::network::iri::detail {
 
 namespace {
 
-namespace qi = boost::spirit::qi;
-using Iterator = std::wstring::const_iterator;
 using Segments = std::vector<std::wstring>;
-
-// Splits a path into its segments, each after the first with its leading "/". Every
-// alternative yields the text it matched (raw), so the elements concatenate to the path.
-struct SplitGrammar : qi::grammar<Iterator, Segments()> {
-    SplitGrammar() : SplitGrammar::base_type(start) {
-        using qi::eoi;
-        using qi::lit;
-        using qi::raw;
-        const auto segment = qi::copy(+(qi::standard_wide::char_ - L'/'));
-        // first = "//" segment / "/" segment / "/" end / segment / "/" before "/"
-        // The last alternative is ours: an empty first segment after the root ("//", "///a")
-        // becomes a "/" element instead of failing the split.
-        first = raw[lit(L"//") >> segment] | raw[lit(L'/') >> segment] | raw[lit(L'/') >> eoi] |
-                raw[segment] | raw[lit(L'/') >> &lit(L'/')];
-        // middle = "/" segment / "/" before "/" ; an empty inner segment ("/a//b") becomes "/"
-        middle = raw[lit(L'/') >> segment] | raw[lit(L'/') >> &lit(L'/')];
-        // last = "/" end ; a trailing slash
-        last = raw[lit(L'/') >> eoi];
-        start = first >> *middle >> -last;
-    }
-    qi::rule<Iterator, std::wstring()> first;
-    qi::rule<Iterator, std::wstring()> middle;
-    qi::rule<Iterator, std::wstring()> last;
-    qi::rule<Iterator, Segments()> start;
-};
 
 }  // namespace
 
+// The first element is "//" and a segment, "/" and a segment, a lone "/" (the root, or an empty
+// first segment before another "/"), or a segment; every later one "/" and a segment, or "/"
+// alone for an empty segment or a trailing slash.
 bool splitPathIntoSegments(const std::wstring& path, Segments& out) {
-    static const SplitGrammar g;
-    Segments segments;
-    auto first = path.begin();
-    if (!qi::parse(first, path.end(), g, segments) || first != path.end()) {
+    if (path.empty()) {
         return false;
+    }
+    const std::size_t n = path.size();
+    Segments segments;
+    const auto take = [&](std::size_t from, std::size_t to) {
+        segments.emplace_back(path, from, to == std::wstring::npos ? n - from : to - from);
+        return to == std::wstring::npos ? n : to;
+    };
+    std::size_t i = 0;
+    if (n >= 3 && path[0] == L'/' && path[1] == L'/' && path[2] != L'/') {
+        i = take(0, path.find(L'/', 2));
+    } else if (path[0] == L'/') {
+        i = n > 1 && path[1] == L'/' ? take(0, 1) : take(0, path.find(L'/', 1));
+    } else {
+        i = take(0, path.find(L'/'));
+    }
+    while (i < n) {
+        i = i + 1 < n && path[i + 1] == L'/' ? take(i, i + 1) : take(i, path.find(L'/', i + 1));
     }
     out = std::move(segments);
     return true;
