@@ -9,6 +9,7 @@ bool isHexDigit(Char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
 }
 
+// Runs without anything to repair are copied whole.
 template <class Char>
 std::basic_string<Char> repair(std::basic_string_view<Char> text, bool escapeBrackets) {
     static constexpr Char kEscapedPercent[] = {'%', '2', '5', 0};
@@ -16,24 +17,26 @@ std::basic_string<Char> repair(std::basic_string_view<Char> text, bool escapeBra
     static constexpr Char kClose[] = {'%', '5', 'D', 0};
     std::basic_string<Char> out;
     out.reserve(text.size());
+    std::size_t copied = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const Char c = text[i];
+        const Char* replacement = nullptr;
         if (c == Char('%')) {
             const bool escape =
                 i + 2 < text.size() && isHexDigit(text[i + 1]) && isHexDigit(text[i + 2]);
-            if (escape) {
-                out.push_back(c);
-            } else {
-                out.append(kEscapedPercent);
-            }
+            replacement = escape ? nullptr : kEscapedPercent;
         } else if (escapeBrackets && c == Char('[')) {
-            out.append(kOpen);
+            replacement = kOpen;
         } else if (escapeBrackets && c == Char(']')) {
-            out.append(kClose);
-        } else {
-            out.push_back(c);
+            replacement = kClose;
+        }
+        if (replacement != nullptr) {
+            out.append(text.substr(copied, i - copied));
+            out.append(replacement);
+            copied = i + 1;
         }
     }
+    out.append(text.substr(copied));
     return out;
 }
 

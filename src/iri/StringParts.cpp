@@ -1,6 +1,7 @@
 #include "iri/StringParts.h"
 
 #include <algorithm>
+#include <cstring>
 #include <stdexcept>
 #include <utility>
 
@@ -31,6 +32,12 @@ Form formOf(const Encoding& encoding) {
 namespace {
 
 constexpr char16_t kMarkText[2] = {0, 0};
+
+// Units compared as bytes: the comparison of char16_t traits goes unit by unit.
+bool sameText(std::u16string_view a, std::u16string_view b) {
+    return a.size() == b.size() &&
+           (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0);
+}
 
 }  // namespace
 
@@ -120,7 +127,7 @@ DerivedCache::Block& DerivedCache::block() const {
 std::u16string_view DerivedCache::publish(std::size_t slot, std::u16string_view value,
                                           std::u16string_view source) const {
     auto& entry = block().entries[slot];
-    const Entry fresh = value == source ? mark() : pack(value);
+    const Entry fresh = sameText(value, source) ? mark() : pack(value);
     Entry expected = nullptr;
     if (!entry.compare_exchange_strong(expected, fresh, std::memory_order_acq_rel,
                                        std::memory_order_acquire)) {
@@ -213,6 +220,23 @@ std::u16string StringParts::derive(ComponentKind kind, Form form) const {
     return narrow(value);
 }
 
+namespace {
+
+// Whether deriving `form` from an IRI-form `text` gives `text` back, decided without deriving:
+// the URI form only escapes what is not printable ASCII, the decoded form only resolves
+// escapes (and a space, and in the octet form what is not ASCII).
+bool derivesToItself(std::u16string_view text, Form form, bool asOctets) {
+    if (form == Form::Uri) {
+        return std::all_of(text.begin(), text.end(),
+                           [](char16_t c) { return c > 0x20 && c < 0x7F; });
+    }
+    return std::none_of(text.begin(), text.end(), [&](char16_t c) {
+        return c == u'%' || c == u' ' || (asOctets && c >= 0x80);
+    });
+}
+
+}  // namespace
+
 std::u16string_view StringParts::view(ComponentKind kind, Form form) const {
     if (!has(kind)) {
         throw std::runtime_error("Item not set");
@@ -225,6 +249,9 @@ std::u16string_view StringParts::view(ComponentKind kind, Form form) const {
     std::u16string_view cached;
     if (derived_.find(slot, source, cached)) {
         return cached;
+    }
+    if (given(kind) == Form::Iri && derivesToItself(source, form, options(kind).asOctets)) {
+        return derived_.publish(slot, source, source);
     }
     return derived_.publish(slot, derive(kind, form), source);
 }
