@@ -31,27 +31,7 @@ inline std::wstring widen(std::u16string_view utf16) {
 
 /// Appends `codePoints` as UTF-16. Throws std::out_of_range for a surrogate value or one above
 /// U+10FFFF.
-inline void appendUtf16(std::wstring_view codePoints, std::u16string& out) {
-    std::size_t units = codePoints.size();
-    for (const wchar_t c : codePoints) {
-        units += static_cast<std::uint32_t>(c) > 0xFFFF ? 1 : 0;
-    }
-    const std::size_t start = out.size();
-    out.resize(start + units);
-    char16_t* to = out.data() + start;
-    for (const wchar_t c : codePoints) {
-        const auto v = static_cast<std::uint32_t>(c);
-        if (v < 0xD800 || (v > 0xDFFF && v <= 0xFFFF)) {
-            *to++ = static_cast<char16_t>(v);
-        } else if (v > 0xFFFF && v <= 0x10FFFF) {
-            *to++ = static_cast<char16_t>(0xD800 + ((v - 0x10000) >> 10));
-            *to++ = static_cast<char16_t>(0xDC00 + ((v - 0x10000) & 0x3FF));
-        } else {
-            out.resize(start);
-            codePointsToUtf16(std::wstring(1, c));  // throws with the conversion's own text
-        }
-    }
-}
+void appendUtf16(std::wstring_view codePoints, std::u16string& out);
 
 inline std::u16string narrow(std::wstring_view codePoints) {
     std::u16string out;
