@@ -54,6 +54,8 @@ static_assert(matchesIcu(), "IdnErrors constants differ from ICU's UIDNA_ERROR_ 
 
 }  // namespace
 
+IdnErrors::IdnErrors(std::uint32_t bits) noexcept : bits_(bits) {}
+
 std::vector<std::string> IdnErrors::names() const {
     std::vector<std::string> names;
     for (std::uint32_t bit = 1; bit != 0; bit <<= 1) {

@@ -35,7 +35,7 @@ public:
     IdnErrors() noexcept = default;
 
     /// These error bits. Does not throw.
-    explicit IdnErrors(std::uint32_t bits) noexcept : bits_(bits) {}
+    explicit IdnErrors(std::uint32_t bits) noexcept;
 
     /// The error bits. Does not throw.
     std::uint32_t bits() const noexcept { return bits_; }
