@@ -101,7 +101,7 @@ public:
     /// The IPv6 scope id (an interface index; 0 when none), 0 for IPv4. Does not throw.
     std::uint32_t scopeId() const;
 
-    /// A hash of version, bytes and scope id, the same for equal addresses. Does not throw.
+    /// A hash of the bytes and the scope id, the same for equal addresses. Does not throw.
     std::size_t hashValue() const noexcept;
 
     /// The numeric text of the address (an IPv6 scope id appended after '%'); never the host
