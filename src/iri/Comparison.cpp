@@ -7,13 +7,20 @@
 namespace foundation::network::iri::detail {
 namespace {
 
-constexpr Encoding kPlainForm(0);
 constexpr Encoding kIriForm(1);
 
 }  // namespace
 
+// Two values are equal exactly when both are empty, or neither is and their IRI-form texts
+// are equal; the order is the order of those texts. Both read the same text as the hash, so
+// equal values hash alike and the order agrees with equality: the values serve as keys of
+// ordered and hashed containers whatever mix of parsed, resolved and built values they hold.
+// The scheme and port checks below only reject early: where they differ the texts differ too.
 template <class String>
 bool TemplateIRI<String>::operator==(const TemplateIRI& other) const {
+    if (this == &other) {
+        return true;
+    }
     const bool thisEmpty = empty.load();
     const bool otherEmpty = other.empty.load();
     if (thisEmpty || otherEmpty) {
@@ -23,14 +30,12 @@ bool TemplateIRI<String>::operator==(const TemplateIRI& other) const {
         (schemePresent && schemeUtf16 != other.schemeUtf16)) {
         return false;
     }
-    // The number, not the text: "080" equals "80".
-    if (portPresent != other.portPresent || (portPresent && portNumber != other.portNumber)) {
+    if (portPresent != other.portPresent || (portPresent && port != other.port)) {
         return false;
     }
-    if (!textIsCurrent.load() && !other.textIsCurrent.load()) {
-        return parts == other.parts;
-    }
-    if (hashValue() != other.hashValue()) {
+    // Hashes already at hand reject cheaply; computing them only for this would cost more
+    // than comparing the texts.
+    if (hashKnown.load() && other.hashKnown.load() && hash != other.hash) {
         return false;
     }
     return toNativeStringFromParts(kIriForm) == other.toNativeStringFromParts(kIriForm);
@@ -38,36 +43,15 @@ bool TemplateIRI<String>::operator==(const TemplateIRI& other) const {
 
 template <class String>
 bool TemplateIRI<String>::operator!=(const TemplateIRI& other) const {
-    const bool thisEmpty = empty.load();
-    const bool otherEmpty = other.empty.load();
-    if (thisEmpty || otherEmpty) {
-        return !(thisEmpty && otherEmpty);
-    }
-    if (schemePresent != other.schemePresent ||
-        (schemePresent && schemeUtf16 != other.schemeUtf16)) {
-        return true;
-    }
-    if (portPresent != other.portPresent || (portPresent && portNumber != other.portNumber)) {
-        return true;
-    }
-    if (!textIsCurrent.load() && !other.textIsCurrent.load()) {
-        return parts != other.parts;
-    }
-    if (hashValue() != other.hashValue()) {
-        return true;
-    }
-    return toNativeStringFromParts(kIriForm) != other.toNativeStringFromParts(kIriForm);
+    return !(*this == other);
 }
 
 template <class String>
 bool TemplateIRI<String>::operator<(const TemplateIRI& other) const {
-    const bool thisCurrent = textIsCurrent.load();
-    const bool otherCurrent = other.textIsCurrent.load();
-    if (thisCurrent && otherCurrent) {
-        return text < other.text;
+    if (this == &other) {
+        return false;
     }
-    const Encoding& form = thisCurrent || otherCurrent ? kIriForm : kPlainForm;
-    return toNativeStringFromParts(form) < other.toNativeStringFromParts(form);
+    return toNativeStringFromParts(kIriForm) < other.toNativeStringFromParts(kIriForm);
 }
 
 template <class String>

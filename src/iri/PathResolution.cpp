@@ -44,7 +44,108 @@ bool applyShortCut(const std::wstring& path, SegmentList& segments) {
     return true;
 }
 
+// Whether `text` at `at` begins with `prefix` followed by "/" or the end.
+bool segmentAt(const std::wstring& text, std::size_t at, const wchar_t* prefix,
+               std::size_t length) {
+    return text.compare(at, length, prefix) == 0 &&
+           (at + length == text.size() || text[at + length] == L'/');
+}
+
+// Whether the list and the path appended to it hold an empty segment: a "/" element with more
+// after it, or a "//" inside the path or where the two meet.
+bool holdsEmptySegment(const SegmentList& segments, const std::wstring& path, bool separated) {
+    if (path.find(L"//") != std::wstring::npos) {
+        return true;
+    }
+    if (!segments.empty()) {
+        if (segments.front().rfind(L"//", 0) == 0) {
+            return true;
+        }
+        for (std::size_t i = 0; i + 1 < segments.size(); ++i) {
+            if (segments[i] == L"/") {
+                return true;
+            }
+        }
+        if (!separated && segments.back() == L"/" && startsWithSlash(path)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The segment form reads a "/" element as a trailing slash, so paths with empty segments go
+// through the text form of RFC 3986 section 5.2.4 instead; the absolute flag then applies as in
+// the general case, except that a result beginning "//" keeps both (dropping one would change
+// the segments; keepPathReadable protects its text).
+void resolveWithEmptySegments(const std::wstring& path, SegmentList& segments, bool absolute,
+                              bool separated) {
+    const bool wasRelative = segments.empty() || !startsWithSlash(segments.front());
+    std::wstring merged = joinSegments(segments);
+    if (separated) {
+        merged += L'/';
+    }
+    merged += path;
+    std::wstring result = removeDotSegmentsOfText(merged);
+    if (!absolute) {
+        if (wasRelative && startsWithSlash(result) && result.rfind(L"//", 0) != 0) {
+            result.erase(0, 1);
+        }
+    } else if (!startsWithSlash(result)) {
+        result.insert(0, 1, L'/');
+    }
+    segments.clear();
+    splitPathIntoSegments(result, segments);
+}
+
 }  // namespace
+
+std::wstring removeDotSegmentsOfText(const std::wstring& path) {
+    std::wstring out;
+    out.reserve(path.size());
+    std::size_t i = 0;
+    while (i < path.size()) {
+        // A: a leading "../" or "./" goes.
+        if (path.compare(i, 3, L"../") == 0) {
+            i += 3;
+            continue;
+        }
+        if (path.compare(i, 2, L"./") == 0) {
+            i += 2;
+            continue;
+        }
+        // D: an input of "." or ".." alone goes.
+        if (path.compare(i, std::wstring::npos, L".") == 0 ||
+            path.compare(i, std::wstring::npos, L"..") == 0) {
+            break;
+        }
+        if (path[i] == L'/') {
+            // B: "/./" becomes "/"; a final "/." becomes "/", moved to the output at once.
+            if (segmentAt(path, i + 1, L".", 1)) {
+                i += 2;
+                if (i == path.size()) {
+                    out += L'/';
+                }
+                continue;
+            }
+            // C: the same for "/../" and "/..", which also drop the output's last segment.
+            if (segmentAt(path, i + 1, L"..", 2)) {
+                i += 3;
+                const auto last = out.rfind(L'/');
+                out.erase(last == std::wstring::npos ? 0 : last);
+                if (i == path.size()) {
+                    out += L'/';
+                }
+                continue;
+            }
+        }
+        // E: the first segment, with its leading "/" if any, moves to the output.
+        const auto end = path.find(L'/', i + 1);
+        const std::size_t stop = end == std::wstring::npos ? path.size() : end;
+        out.append(path, i, stop - i);
+        i = stop;
+    }
+    return out;
+}
 
 void removeDotSegments(std::deque<std::wstring>& queue, SegmentList& out) {
     while (!queue.empty()) {
@@ -91,6 +192,10 @@ bool resolvePath(const std::wstring& path, SegmentList& segments, bool absolute,
         segments.push_back(path);
         return true;
     }
+    if (holdsEmptySegment(segments, path, needsSeparator)) {
+        resolveWithEmptySegments(path, segments, absolute, needsSeparator);
+        return true;
+    }
     if (applyShortCut(path, segments)) {
         return true;
     }
@@ -134,6 +239,20 @@ std::wstring removeRelativePathSegments(const std::wstring& path, bool absolute)
     SegmentList segments;
     resolvePath(path, segments, absolute, true);
     return joinSegments(segments);
+}
+
+void keepPathReadable(std::wstring& path, bool schemePresent, bool authorityPresent) {
+    if (authorityPresent) {
+        return;
+    }
+    if (path.rfind(L"//", 0) == 0) {
+        path.insert(0, L"/.");
+    } else if (!schemePresent && !path.empty() && path.front() != L'/') {
+        const auto colon = path.find(L':');
+        if (colon != std::wstring::npos && colon < path.find(L'/')) {
+            path.insert(0, L"./");
+        }
+    }
 }
 
 std::wstring joinSegments(const SegmentList& segments) {

@@ -27,9 +27,20 @@ bool resolvePath(const std::wstring& path, SegmentList& segments, bool absolute,
 /// the queue.
 void removeDotSegments(std::deque<std::wstring>& queue, SegmentList& out);
 
+/// RFC 3986 section 5.2.4 exactly, over the path's text: used wherever the path holds an empty
+/// segment, which the segment form cannot tell from a trailing slash. Linear in the length.
+std::wstring removeDotSegmentsOfText(const std::wstring& path);
+
 /// The path with its dot segments removed, or the path unchanged when containsDotSegments does
 /// not see any (a "." just before a final "/" is not seen and stays).
 std::wstring removeRelativePathSegments(const std::wstring& path, bool absolute);
+
+/// A path made by resolution or relativisation, written so that its IRI's text reads back the
+/// same (RFC 3986 section 4.2): without an authority a path beginning "//" gets "/." in front
+/// (else it would read as an authority), and without a scheme as well a relative path whose
+/// first segment holds ":" gets "./" (else it would read as a scheme). Neither changes what
+/// the path resolves to.
+void keepPathReadable(std::wstring& path, bool schemePresent, bool authorityPresent);
 
 /// The segments concatenated, with no separator.
 std::wstring joinSegments(const SegmentList& segments);

@@ -68,6 +68,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
 
     TemplateIRI t;
     const auto setPath = [&](String path) {
+        keepPathReadable(path, t.schemePresent, t.hostPresent);
         t.pathEmpty = path.empty();
         t.absolutePath = !path.empty() && path.front() == FORWARD_SLASH;
         t.pathHasDotSegments = containsDotSegments(path);

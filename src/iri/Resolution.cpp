@@ -148,6 +148,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     // Never set by resolution: a result is taken as free of dot segments when it serves as a
     // base later.
     t.pathHasDotSegments = false;
+    keepPathReadable(path, t.schemePresent, t.hostPresent);
     t.pathEmpty = path.empty();
     t.absolutePath = startsWithSlash(path);
     t.parts.setPath(std::move(path), kIriForm);

@@ -1,5 +1,6 @@
 // Builds an IRI from an IRIArgs record filled from fuzz bytes. Building either succeeds or
-// refuses with one of its four texts; a built IRI taken apart with toArgs builds an equal IRI.
+// refuses with one of its four texts; a built IRI's texts read back, and taken apart with toArgs
+// it builds an equal IRI.
 // Input: one byte of flags (which fields are given, schemeChecked, queryAsOctets), two bytes of
 // port, then the scheme, user info, host, path, query and fragment separated by newlines.
 #include <algorithm>
@@ -13,6 +14,7 @@
 #include "foundation/network/IRI.h"
 #include "foundation/network/IRIArgs.h"
 #include "fuzz/FuzzSupport.h"
+#include "fuzz/IriProperties.h"
 
 namespace {
 
@@ -80,8 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                      std::end(kRefusals));
         return 0;
     }
-    (void)built.toString(false);
-    (void)built.toAsciiString(true);
+    fnfuzz::checkTextReadsBack(built);
 
     IRIArgs back;
     built.toArgs(back);
@@ -95,5 +96,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const IRI rebuilt(back);
     FNFUZZ_CHECK(rebuilt == built && rebuilt.hashValue() == built.hashValue());
+    fnfuzz::checkKeys(rebuilt, built);
     return 0;
 }

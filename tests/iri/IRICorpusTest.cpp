@@ -2,19 +2,26 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
+
+#include "foundation/network/IRIArgs.h"
 
 #include "iri/IRIAccess.h"
 #include "iri/grammar/ComponentCodecs.h"
 #include "iri/grammar/IriGrammar.h"
 #include "iri/grammar/Unicode.h"
 #include "support/Corpus.h"
+#include "support/Text.h"
 
 namespace foundation::network {
 namespace {
 
+using fntest::u16;
+using fntest::utf8;
 using iri::Encoding;
 using iri::detail::codePointsToUtf16;
 using iri::detail::ComponentKind;
@@ -117,6 +124,163 @@ TEST_P(IRICorpus, DecodedComponentsComeBackThroughTheIriForm) {
             ASSERT_EQ(again.getFragment(decoded), iri.getFragment(decoded)) << line;
         }
     }
+}
+
+// Values mixed the way a store or a crawler mixes them: parsed, resolved (against absolute and
+// against relative bases), made relative, and rebuilt through IRIArgs, each with a parsed twin;
+// plus the shapes that once broke the contracts checked below.
+std::vector<IRI> mixedValues() {
+    std::vector<IRI> values;
+    const auto keep = [&values](auto make) {
+        try {
+            IRI value = make();
+            values.push_back(IRI(value.toString(false)));
+            values.push_back(std::move(value));
+        } catch (const std::logic_error&) {
+            // a refusal (relativisation, IRIArgs) or a corpus line that does not parse
+        }
+    };
+    const auto pair = [&](const std::u16string& baseText, const std::u16string& referenceText) {
+        keep([&] { return IRI(baseText); });
+        keep([&] { return IRI(referenceText); });
+        keep([&] { return IRI(referenceText).resolveAgainst(IRI(baseText)); });
+        keep([&] { return IRI(baseText).resolveAgainst(IRI(referenceText)); });
+        keep([&] {
+            const IRI base(baseText);
+            return IRI(referenceText).resolveAgainst(base).makeRelativeTo(base);
+        });
+        keep([&] { return IRI(referenceText).makeRelativeTo(IRI(baseText)); });
+        keep([&] { return IRI(IRIArgs(IRI(referenceText).resolveAgainst(IRI(baseText)))); });
+    };
+    for (const std::string& line : fntest::readLines("refs.tsv", 1200)) {
+        const auto tab = line.find('\t');
+        pair(u16(line.substr(0, tab)), u16(line.substr(tab + 1)));
+    }
+    const auto urls = fntest::readLines("urls.txt", 500);
+    for (std::size_t i = 1; i < urls.size(); ++i) {
+        pair(u16(urls[i - 1]), u16(urls[i]));
+    }
+    for (const std::string& line : fntest::readLines("iris.txt", 300)) {
+        keep([&] { return IRI(IRIArgs(IRI(u16(line)))); });
+    }
+    const std::pair<std::u16string, std::u16string> shapes[] = {
+        {u"s:/", u"b"},       {u"s:/", u"%7A"},
+        {u"s:/", u"s:/a"},    {u"s:/", u"//h:080/"},
+        {u"s:/", u"//h:80/"}, {u"x:", u".///C:::"},
+        {u"a:/", u"/.//."},   {u"urn:", u"urn:isbn:foo"},
+        {u"s:", u"s::/a"},    {u"s://h//a/b", u"../c"},
+        {u"a//b", u"."},      {u"s:/a/b", u"..//c"},
+        {u"a/b", u"../c:d"},  {u"a", u"..//x"},
+        {u"s:", u"//"},
+    };
+    for (const auto& [base, reference] : shapes) {
+        pair(base, reference);
+    }
+    IRIArgs pathOnly;
+    pathOnly.setPath(u"//x");
+    keep([&] { return IRI(pathOnly); });
+    keep([&] { return IRI(pathOnly.setScheme(u"s")); });
+    keep([&] { return IRI(IRIArgs().setPath(u"a:b")); });
+    return values;
+}
+
+void expectSameComponents(const IRI& a, const IRI& b, const Encoding& form,
+                          const std::string& text) {
+    ASSERT_EQ(a.hasScheme(), b.hasScheme()) << text;
+    if (a.hasScheme()) {
+        EXPECT_EQ(a.getScheme(), b.getScheme()) << text;
+    }
+    ASSERT_EQ(a.hasAuthority(), b.hasAuthority()) << text;
+    ASSERT_EQ(a.hasUserInfo(), b.hasUserInfo()) << text;
+    ASSERT_EQ(a.hasPort(), b.hasPort()) << text;
+    if (a.hasAuthority()) {
+        EXPECT_EQ(a.getAuthority(form), b.getAuthority(form)) << text;
+    }
+    EXPECT_EQ(a.getPath(form), b.getPath(form)) << text;
+    ASSERT_EQ(a.hasQuery(), b.hasQuery()) << text;
+    if (a.hasQuery()) {
+        EXPECT_EQ(a.getQuery(form), b.getQuery(form)) << text;
+    }
+    ASSERT_EQ(a.hasFragment(), b.hasFragment()) << text;
+    if (a.hasFragment()) {
+        EXPECT_EQ(a.getFragment(form), b.getFragment(form)) << text;
+    }
+}
+
+// Every value's four texts parse back to the same components in that form; the IRI text to
+// an equal value.
+TEST(MixedValues, EveryTextReadsBack) {
+    const std::vector<IRI> values = mixedValues();
+    ASSERT_GT(values.size(), 5000u);
+    for (const IRI& value : values) {
+        const std::u16string text = value.toString(false);
+        const IRI again(text);
+        ASSERT_TRUE(again == value) << utf8(text);
+        ASSERT_EQ(again.hashValue(), value.hashValue()) << utf8(text);
+        expectSameComponents(again, value, Encoding(1), utf8(text));
+        const std::pair<std::u16string, Encoding> forms[] = {
+            {value.toString(true), Encoding(2)},
+            {value.toAsciiString(false), Encoding(3)},
+            {value.toAsciiString(true), Encoding(4)},
+        };
+        for (const auto& [form, encoding] : forms) {
+            const IRI parsed(form);
+            EXPECT_EQ(parsed.toStringFromParts(encoding), form) << utf8(text);
+            expectSameComponents(parsed, value, encoding, utf8(text));
+        }
+    }
+}
+
+// The order is a strict weak order whose equivalent values are exactly the equal ones, and
+// equal values hash alike: the values are safe keys of ordered and hashed containers.
+TEST(MixedValues, OrderEqualityAndHashAgree) {
+    const std::vector<IRI> values = mixedValues();
+    // Every pair and triple of a sample holding the shapes (at the end) and twins (neighbours).
+    std::vector<const IRI*> sample;
+    const std::size_t stride = values.size() / 120;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (i % stride < 2 || i + 100 >= values.size()) {
+            sample.push_back(&values[i]);
+        }
+    }
+    const std::size_t n = sample.size();
+    std::vector<std::vector<char>> less(n, std::vector<char>(n));
+    for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t j = 0; j < n; ++j) {
+            const IRI& a = *sample[i];
+            const IRI& b = *sample[j];
+            less[i][j] = a < b;
+            const bool equal = a == b;
+            ASSERT_EQ(equal, !(a < b) && !(b < a))
+                << utf8(a.toString()) << " " << utf8(b.toString());
+            ASSERT_EQ(equal, !(a != b));
+            if (equal) {
+                ASSERT_EQ(a.hashValue(), b.hashValue()) << utf8(a.toString());
+            }
+        }
+        ASSERT_FALSE(less[i][i]) << utf8(sample[i]->toString());
+    }
+    for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t j = 0; j < n; ++j) {
+            ASSERT_FALSE(less[i][j] && less[j][i]);
+            const bool tiedIJ = !less[i][j] && !less[j][i];
+            for (std::size_t k = 0; k < n; ++k) {
+                if (less[i][j] && less[j][k]) {
+                    ASSERT_TRUE(less[i][k])
+                        << utf8(sample[i]->toString()) << " < " << utf8(sample[j]->toString())
+                        << " < " << utf8(sample[k]->toString());
+                }
+                if (tiedIJ && !less[j][k] && !less[k][j]) {
+                    ASSERT_TRUE(!less[i][k] && !less[k][i]);
+                }
+            }
+        }
+    }
+    // Over the whole mix: an ordered and a hashed set keep the same values.
+    const std::set<IRI> ordered(values.begin(), values.end());
+    const std::unordered_set<IRI> hashed(values.begin(), values.end());
+    EXPECT_EQ(ordered.size(), hashed.size());
+    EXPECT_LT(ordered.size(), values.size());  // the twins
 }
 
 INSTANTIATE_TEST_SUITE_P(Corpora, IRICorpus, ::testing::Values("urls.txt", "iris.txt"),

@@ -11,6 +11,7 @@ namespace {
 
 using foundation::network::iri::detail::joinSegments;
 using foundation::network::iri::detail::removeDotSegments;
+using foundation::network::iri::detail::removeDotSegmentsOfText;
 using foundation::network::iri::detail::removeRelativePathSegments;
 using foundation::network::iri::detail::resolvePath;
 using foundation::network::iri::detail::SegmentList;
@@ -96,6 +97,24 @@ TEST(RemoveDotSegmentsTest, Rfc3986Examples) {
         removeDotSegments(queue, out);
         EXPECT_TRUE(queue.empty());
         EXPECT_EQ(joinSegments(out), expected);
+        EXPECT_EQ(removeDotSegmentsOfText(path), expected);
+    }
+    // Empty segments, which only the text form tells from a trailing slash.
+    const std::vector<std::pair<std::wstring, std::wstring>> empties = {
+        {L"//a/../c", L"//c"},
+        {L"//a/../../c", L"/c"},
+        {L"/b///../../../x", L"/x"},
+        {L"/b///..", L"/b//"},
+        {L"a//.", L"a//"},
+        {L"/.//.", L"//"},
+        {L".//x", L"/x"},
+        {L"a/..//x", L"//x"},
+        {L"//", L"//"},
+        {L"/./../.", L"/"},
+        {L".", L""},
+    };
+    for (const auto& [path, expected] : empties) {
+        EXPECT_EQ(removeDotSegmentsOfText(path), expected) << narrow(path);
     }
 }
 

@@ -63,6 +63,8 @@ TEST(RelativisationTest, ResultsResolveBack) {
         {"s://h//", "s://h/P", "//h//"},
         // A colon in the first segment of a relative path.
         {"s://h/F:x", "s://h/y", "./F:x"},
+        {"urn:isbn:foo", "urn:", "./isbn:foo"},
+        {"s::/a", "s:", "./:/a"},
         // A target with dot segments, reachable against a base with an empty path.
         {"s://h/../../e", "s://h", "../../e"},
         // Relative values and opaque ones.
@@ -75,9 +77,10 @@ TEST(RelativisationTest, ResultsResolveBack) {
         const IRI target(u16(c.target));
         const IRI base(u16(c.base));
         const IRI relative = target.makeRelativeTo(base);
-        EXPECT_EQ(utf8(relative.toString(false)), c.relative)
-            << c.target << " against " << c.base;
+        EXPECT_EQ(utf8(relative.toString(false)), c.relative) << c.target << " against " << c.base;
         EXPECT_EQ(relative.resolveAgainst(base), target) << c.target << " against " << c.base;
+        // And so does its text, read back.
+        EXPECT_EQ(IRI(relative.toString(false)).resolveAgainst(base), target) << c.relative;
     }
 }
 
@@ -179,10 +182,10 @@ TEST(RelativisationTest, CorpusPairsRoundTrip) {
                     continue;
                 }
                 const bool oneTooFew = fntest::isOneDotDotTooFew(relative, *target, *base);
-                EXPECT_TRUE(oneTooFew) << utf8(target->toString(false)) << " against "
-                                       << utf8(base->toString(false)) << " gave "
-                                       << utf8(relative.toString(false)) << ", resolving to "
-                                       << utf8(back.toString(false));
+                EXPECT_TRUE(oneTooFew)
+                    << utf8(target->toString(false)) << " against " << utf8(base->toString(false))
+                    << " gave " << utf8(relative.toString(false)) << ", resolving to "
+                    << utf8(back.toString(false));
                 kept += oneTooFew ? 1 : 0;
             }
         }

@@ -102,7 +102,7 @@ TEST(ResolutionTest, KeptDepartures) {
 // Found by fuzz_iri_pair: dot removal read the root's "/" and an empty segment as separators of
 // the next segment, so ".." left a doubled slash ("s://h/a" with "b/../c" gave "s://h//c", and
 // "s:/a" with it "s://c", a value whose text names a host) and "./" lost an empty segment
-// ("s:e//f" with "./g" gave "s:e/g").
+// ("s:e//f" with "./g" gave "s:e/g"). Every target's text reads back to an equal value.
 TEST(ResolutionTest, DotSegmentsAfterTheRootOrAnEmptySegment) {
     const std::vector<std::tuple<std::string, std::string, std::string>> cases = {
         {"http://h/a", "b/../c", "http://h/c"},
@@ -117,6 +117,24 @@ TEST(ResolutionTest, DotSegmentsAfterTheRootOrAnEmptySegment) {
         {"s://h/a//b", "./c/../d", "s://h/a//d"},
         {"s://h/a//", "x/./y", "s://h/a//x/y"},
         {"s://h/a/", "b/../c", "s://h/a/c"},
+        // Wherever a path holds an empty segment the result is RFC 3986 section 5.2.4's.
+        {"s://h//a/b", "../c", "s://h//c"},
+        {"s://h//a/b", "../../c", "s://h/c"},
+        {"s://h//a/b", "./c/./../d", "s://h//a/d"},
+        {"s://a/b///c", "../../../x", "s://a/x"},
+        {"s://a/b///c", "..", "s://a/b//"},
+        {"s://a/b", "x//../y", "s://a/x/y"},
+        {"http://a/", "b/../c", "http://a/c"},
+        {"a//b", ".", "a//"},
+        {"a//b", "../../x", "x"},
+        // A path left beginning "//" without an authority is written after "/.", and a relative
+        // one whose first segment holds ":" after "./", so that the text reads back.
+        {"x:", ".///C:::", "x:/.//C:::"},
+        {"a:/", "/.//.", "a:/.//"},
+        {"s:/a/b", "..//c", "s:/.//c"},
+        {"a/b", "..//x", "/.//x"},
+        {"a", "..//x", "x"},
+        {"a/b", "../c:d", "./c:d"},
     };
     for (const auto& [base, reference, target] : cases) {
         EXPECT_EQ(resolve(base, reference), target)

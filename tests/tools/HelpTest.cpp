@@ -29,7 +29,7 @@ const Command kCommands[] = {
     {"reverse", "ADDRESS<TAB>NAME"},
     {"canonical", "ADDRESS<TAB>NAME"},
     {"hostname", "gethostname"},
-    {"interfaces", "listed"},
+    {"interfaces", "addresses"},
 };
 
 TEST(FnetHelp, EverySubcommandDescribesUsageOutputAndExitStatus) {

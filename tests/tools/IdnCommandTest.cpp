@@ -20,10 +20,16 @@ TEST(IdnCommandTest, ConvertsBothWaysOneResultPerLine) {
         std::string stdinText;
         std::string out;
     } cases[] = {
-        {"B\xc3\xbc" "cher.example fa\xc3\x9f.de", "", "xn--bcher-kva.example\nfass.de\n"},
-        {"--to-ascii -- -", "B\xc3\xbc" "cher.example\n\na..b\n", "xn--bcher-kva.example\n\na..b\n"},
-        {"--to-unicode xn--bcher-kva.example XN--E28H.com",
-         "", "b\xc3\xbc" "cher.example\n\xf0\x9f\x98\x80.com\n"},
+        {"B\xc3\xbc"
+         "cher.example fa\xc3\x9f.de",
+         "", "xn--bcher-kva.example\nfass.de\n"},
+        {"--to-ascii -- -",
+         "B\xc3\xbc"
+         "cher.example\n\na..b\n",
+         "xn--bcher-kva.example\n\na..b\n"},
+        {"--to-unicode xn--bcher-kva.example XN--E28H.com", "",
+         "b\xc3\xbc"
+         "cher.example\n\xf0\x9f\x98\x80.com\n"},
     };
     for (const auto& c : cases) {
         const ToolRun run = fnetIdn(c.args, c.stdinText);
@@ -39,11 +45,13 @@ TEST(IdnCommandTest, JsonShowsInputDirectionOutputAndError) {
               "{\"input\":\"a\xef\xbf\xbd\",\"direction\":\"toUnicode\",\"output\":null,"
               "\"error\":\"input is not valid UTF-8\"}\n"
               "{\"input\":\"xn--bcher-kva.example\",\"direction\":\"toUnicode\","
-              "\"output\":\"b\xc3\xbc" "cher.example\",\"error\":null}\n");
+              "\"output\":\"b\xc3\xbc"
+              "cher.example\",\"error\":null}\n");
     const ToolRun ascii = fnetIdn("--json x.com");
     EXPECT_EQ(ascii.status, 0);
-    EXPECT_EQ(ascii.out,
-              "{\"input\":\"x.com\",\"direction\":\"toAscii\",\"output\":\"x.com\",\"error\":null}\n");
+    EXPECT_EQ(
+        ascii.out,
+        "{\"input\":\"x.com\",\"direction\":\"toAscii\",\"output\":\"x.com\",\"error\":null}\n");
 }
 
 TEST(IdnCommandTest, FailedInputIsReportedAndTheRestConverted) {

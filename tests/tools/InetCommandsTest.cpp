@@ -16,17 +16,22 @@ fntest::CommandResult fnet(std::vector<std::string> arguments) {
 TEST(InetCommandsTest, AddrPrintsEveryKeyAndFailsOnNonLiterals) {
     const auto ok = fnet({"addr", "--json", "127.0.0.1", "ff02::1"});
     EXPECT_EQ(ok.status, 0);
-    EXPECT_EQ(ok.out,
-              "{\"input\":\"127.0.0.1\",\"version\":4,\"loopback\":true,\"multicast\":false,"
-              "\"bytes\":[127,0,0,1],\"text\":\"127.0.0.1\"}\n"
-              "{\"input\":\"ff02::1\",\"version\":6,\"loopback\":false,\"multicast\":true,"
-              "\"bytes\":[255,2,0,0,0,0,0,0,0,0,0,0,0,0,0,1],\"text\":\"ff02::1\"}\n");
+    EXPECT_EQ(
+        ok.out,
+        "{\"input\":\"127.0.0.1\",\"version\":4,\"loopback\":true,\"multicast\":false,"
+        "\"bytes\":[127,0,0,1],\"text\":\"127.0.0.1\",\"error\":null}\n"
+        "{\"input\":\"ff02::1\",\"version\":6,\"loopback\":false,\"multicast\":true,"
+        "\"bytes\":[255,2,0,0,0,0,0,0,0,0,0,0,0,0,0,1],\"text\":\"ff02::1\",\"error\":null}\n");
 
     const auto mixed = fnet({"addr", "--json", "--", "localhost", "10.0.0.1"});
     EXPECT_EQ(mixed.status, 1);  // the name is refused, the literal still printed
     const auto lines = fntest::lines(mixed.out);
     ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0].rfind("{\"input\":\"localhost\",\"error\":\"", 0), 0u) << lines[0];
+    EXPECT_EQ(lines[0].rfind("{\"input\":\"localhost\",\"version\":null,\"loopback\":null,"
+                             "\"multicast\":null,\"bytes\":null,\"text\":null,\"error\":\"",
+                             0),
+              0u)
+        << lines[0];
     EXPECT_EQ(lines[1].rfind("{\"input\":\"10.0.0.1\",\"version\":4", 0), 0u) << lines[1];
 }
 
@@ -49,7 +54,8 @@ TEST(InetCommandsTest, HostnameAndAnEmptyName) {
     // An empty name never reaches the network: the system refuses it at once.
     const auto empty = fnet({"lookup", "--json", ""});
     EXPECT_EQ(empty.status, 1);
-    EXPECT_EQ(empty.out, "{\"name\":\"\",\"error\":\"Host not found (authoritative)\"}\n");
+    EXPECT_EQ(empty.out,
+              "{\"input\":\"\",\"addresses\":null,\"error\":\"Host not found (authoritative)\"}\n");
 }
 
 // What only the tool does, in one hermetic host: its JSON keys, its plain formats, a failed
@@ -67,7 +73,8 @@ TEST(InetCommandsTest, CommandsInAHermeticHost) {
     host.ip("link set ta1 addrgenmode none");
     host.ip("addr add 10.204.0.1/24 dev ta0");
     host.ip("addr add fd14::1/64 dev ta0 nodad");
-    host.ip("link set ta0 up");  // its peer stays down: no carrier, so not running
+    host.ip("link set ta0 up");
+    host.ip("link set ta1 up");  // a carrier: ta0 is running; ta1 carries no address
     host.writeEtc("hosts", "10.204.0.5 pair.tool.test\n10.204.0.6 pair.tool.test\n");
     host.writeEtc("resolv.conf", "nameserver 127.0.0.1\noptions timeout:1 attempts:1\n");
     const auto inHost = [&](std::vector<std::string> arguments) {
@@ -76,38 +83,36 @@ TEST(InetCommandsTest, CommandsInAHermeticHost) {
     };
 
     EXPECT_EQ(inHost({"lookup", "--json", "pair.tool.test"}).out,
-              "{\"name\":\"pair.tool.test\",\"addresses\":[\"10.204.0.5\",\"10.204.0.6\"]}\n");
+              "{\"input\":\"pair.tool.test\",\"addresses\":[\"10.204.0.5\",\"10.204.0.6\"],"
+              "\"error\":null}\n");
     const auto missing =
         inHost({"lookup", "--json", "--first", "gone.tool.test", "pair.tool.test"});
     EXPECT_EQ(missing.status, 1);
     const auto lines = fntest::lines(missing.out);
     ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0].rfind("{\"name\":\"gone.tool.test\",\"error\":\"", 0), 0u) << lines[0];
+    EXPECT_EQ(lines[0].rfind("{\"input\":\"gone.tool.test\",\"addresses\":null,\"error\":\"", 0),
+              0u)
+        << lines[0];
     EXPECT_EQ(inHost({"lookup", "--first", "pair.tool.test"}).out, "pair.tool.test\t10.204.0.5\n");
     // No DNS server answers here: an address the hosts file does not name cannot be looked up.
     const auto reverse = inHost({"reverse", "--json", "10.204.0.77", "10.204.0.5"});
     EXPECT_EQ(reverse.status, 1);
     EXPECT_EQ(reverse.out,
-              "{\"address\":\"10.204.0.77\",\"error\":"
+              "{\"input\":\"10.204.0.77\",\"name\":null,\"error\":"
               "\"Host not found (non-authoritative), try again later\"}\n"
-              "{\"address\":\"10.204.0.5\",\"name\":\"pair.tool.test\"}\n");
+              "{\"input\":\"10.204.0.5\",\"name\":\"pair.tool.test\",\"error\":null}\n");
     EXPECT_EQ(inHost({"canonical", "--json", "10.204.0.5"}).out,
-              "{\"address\":\"10.204.0.5\",\"name\":\"pair.tool.test\"}\n");
+              "{\"input\":\"10.204.0.5\",\"name\":\"pair.tool.test\",\"error\":null}\n");
 
-    const std::string lo =
-        "{\"name\":\"lo\",\"up\":true,\"loopback\":true,\"multicast\":false,\"mac\":\"\","
-        "\"addresses\":[\"127.0.0.1/8\",\"::1/128\"],\"listed\":true}";
     const auto listed = inHost({"interfaces", "--json"});
     EXPECT_EQ(listed.status, 0);
-    EXPECT_EQ(listed.out, lo + "\n");
-    const auto all = inHost({"interfaces", "--all", "--json"});
-    EXPECT_NE(all.out.find("{\"name\":\"ta0\",\"up\":false,\"loopback\":false,\"multicast\":true,"
-                           "\"mac\":\"02:00:00:00:0b:01\",\"addresses\":[\"10.204.0.1/24\","
-                           "\"fd14::1/64\"],\"listed\":false}"),
-              std::string::npos)
-        << all.out;
-    EXPECT_NE(inHost({"interfaces", "--all"})
-                  .out.find("02:00:00:00:0b:01 10.204.0.1/24 fd14::1/64  (not listed)"),
+    EXPECT_EQ(listed.out,
+              "{\"name\":\"lo\",\"up\":true,\"loopback\":true,\"multicast\":false,\"mac\":\"\","
+              "\"addresses\":[\"127.0.0.1/8\",\"::1/128\"],\"error\":null}\n"
+              "{\"name\":\"ta0\",\"up\":true,\"loopback\":false,\"multicast\":true,"
+              "\"mac\":\"02:00:00:00:0b:01\",\"addresses\":[\"10.204.0.1/24\",\"fd14::1/64\"],"
+              "\"error\":null}\n");
+    EXPECT_NE(inHost({"interfaces"}).out.find("02:00:00:00:0b:01 10.204.0.1/24 fd14::1/64\n"),
               std::string::npos);
 }
 

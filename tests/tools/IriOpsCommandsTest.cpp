@@ -2,6 +2,7 @@
 // statuses and JSON keys.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #define FNET_EXE FNET_BINARY
@@ -25,12 +26,14 @@ TEST(IriOpsCommandsTest, Resolve) {
     const Outcome json = fnet("resolve --json -- 'http://h/a' ':x' 'b'");
     EXPECT_EQ(json.status, 1);
     EXPECT_EQ(json.out,
-              "{\"base\":\"http://h/a\",\"reference\":\":x\",\"target\":null,\"targetAscii\":null,"
+              "{\"input\":\":x\",\"base\":\"http://h/a\",\"target\":null,\"targetAscii\":null,"
               "\"error\":\"IRI parsing failed\"}\n"
-              "{\"base\":\"http://h/a\",\"reference\":\"b\",\"target\":\"http://h/b\","
+              "{\"input\":\"b\",\"base\":\"http://h/a\",\"target\":\"http://h/b\","
               "\"targetAscii\":\"http://h/b\",\"error\":null}\n");
-    EXPECT_NE(fnet("resolve --json ':bad' a").out.find("\"error\":\"base: IRI parsing failed\""),
-              std::string::npos);
+    // A bad base: every reference fails, and the message names the base.
+    const Outcome badBase = fnet("resolve --json ':bad' a");
+    EXPECT_NE(badBase.out.find("\"error\":\"base: IRI parsing failed\""), std::string::npos);
+    EXPECT_EQ(badBase.err, "fnet resolve: ':bad': base: IRI parsing failed\n");
     EXPECT_EQ(fnet("resolve 'http://h/'").status, 2);
     EXPECT_EQ(fnet("resolve --bogus a b").status, 2);
 }
@@ -42,12 +45,16 @@ TEST(IriOpsCommandsTest, Relativize) {
     const Outcome json = fnet("relativize --json 'http://h/a/b/e/d' 'http://h/a/c' rel");
     EXPECT_EQ(json.status, 1);
     EXPECT_EQ(json.out,
-              "{\"base\":\"http://h/a/b/e/d\",\"iri\":\"http://h/a/c\",\"relative\":\"../c\","
+              "{\"input\":\"http://h/a/c\",\"base\":\"http://h/a/b/e/d\",\"relative\":\"../c\","
               "\"roundTrip\":false,\"error\":null}\n"
-              "{\"base\":\"http://h/a/b/e/d\",\"iri\":\"rel\",\"relative\":null,\"roundTrip\":null,"
-              "\"error\":\"Cannot make relative to base. Already relative\"}\n");
+              "{\"input\":\"rel\",\"base\":\"http://h/a/b/e/d\",\"relative\":null,"
+              "\"roundTrip\":null,\"error\":\"Cannot make relative to base. Already relative\"}\n");
     EXPECT_EQ(fnet("relativize --json 'http://h/a' 'http://h/%2F?%3F'").out,
-              "{\"base\":\"http://h/a\",\"iri\":\"http://h/%2F?%3F\",\"relative\":\"%2F?%3F\","
+              "{\"input\":\"http://h/%2F?%3F\",\"base\":\"http://h/a\",\"relative\":\"%2F?%3F\","
+              "\"roundTrip\":true,\"error\":null}\n");
+    // roundTrip reads the printed text back: it must not name the scheme "isbn".
+    EXPECT_EQ(fnet("relativize --json urn: urn:isbn:foo").out,
+              "{\"input\":\"urn:isbn:foo\",\"base\":\"urn:\",\"relative\":\"./isbn:foo\","
               "\"roundTrip\":true,\"error\":null}\n");
     EXPECT_EQ(fnet("relativize").status, 2);
 }
@@ -73,13 +80,19 @@ TEST(IriOpsCommandsTest, Compare) {
     EXPECT_EQ(plain.out.rfind("equal=true less=false hashA=", 0), 0u);
     const Outcome json = fnet("compare --json 'http://h:080/' 'http://h:80/' - ", "x y\nb\n");
     EXPECT_EQ(json.status, 1);
-    EXPECT_NE(json.out.find("{\"a\":\"http://h:080/\",\"b\":\"http://h:80/\",\"equal\":false,"
+    EXPECT_NE(json.out.find("{\"input\":[\"http://h:080/\",\"http://h:80/\"],\"equal\":false,"
                             "\"less\":true,\"hashA\":"),
               std::string::npos);
-    EXPECT_NE(json.out.find("{\"a\":\"x y\",\"b\":\"b\",\"equal\":null,\"less\":null,"
+    EXPECT_NE(json.out.find("{\"input\":[\"x y\",\"b\"],\"equal\":null,\"less\":null,"
                             "\"hashA\":null,\"hashB\":null,\"error\":\"a: IRI parsing failed\"}"),
               std::string::npos);
+    // Pairs straddle arguments and standard input; an unpaired last input is a usage error.
+    const Outcome straddling = fnet("compare a - d", "b\nc\n");
+    EXPECT_EQ(straddling.status, 0);
+    EXPECT_EQ(straddling.out.rfind("equal=false less=true", 0), 0u);
+    EXPECT_EQ(std::count(straddling.out.begin(), straddling.out.end(), '\n'), 2);
     EXPECT_EQ(fnet("compare a").status, 2);
+    EXPECT_EQ(fnet("compare a b -", "c\n").status, 2);
 }
 
 }  // namespace

@@ -1,14 +1,12 @@
 // fnet build: an IRI built from separately given, unescaped components.
 #include <charconv>
 #include <exception>
-#include <iostream>
 #include <optional>
 #include <string>
 
-#include "Cli.h"
 #include "Commands.h"
 #include "IriJson.h"
-#include "Json.h"
+#include "Runner.h"
 #include "Text.h"
 #include "foundation/network/IRI.h"
 #include "foundation/network/IRIArgs.h"
@@ -84,19 +82,15 @@ int runBuild(int argc, char** argv) {
             error = e.what();
         }
     }
+    Outcome outcome;
     if (!iri) {
-        cli.error(error);
-        if (cli.json()) {
-            std::cout << iriErrorJson(input, error).str() << "\n";
-        }
-        return kExitFailed;
-    }
-    if (cli.json()) {
-        std::cout << iriJson(input, *iri).str() << "\n";
+        outcome.fail(error);
+    } else if (cli.json()) {
+        iriJson(*iri, outcome.keys);
     } else {
-        printIri(input, *iri);
+        outcome.text = iriText(input, *iri);
     }
-    return kExitOk;
+    return writeOutcome(cli, kIriKeys, outcome, input);
 }
 
 }  // namespace fnet

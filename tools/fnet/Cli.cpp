@@ -1,7 +1,10 @@
 #include "Cli.h"
 
+#include <algorithm>
+#include <charconv>
 #include <iostream>
 #include <sstream>
+#include <thread>
 
 namespace fnet {
 
@@ -13,6 +16,12 @@ Cli::Cli(std::string command, std::string usage, std::string description,
       options_(std::move(options)) {}
 
 std::optional<int> Cli::parse(int argc, char** argv) {
+    if (takesInput_) {
+        options_.push_back({"--jobs", "N",
+                            "process inputs on N threads (default: the number of cores);\n" +
+                                std::string(24, ' ') + "the output keeps the order of the inputs"});
+    }
+    jobs_ = std::max(1u, std::thread::hardware_concurrency());
     bool optionsEnded = false;
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
@@ -57,25 +66,16 @@ std::optional<int> Cli::parse(int argc, char** argv) {
             }
         }
     }
-    return std::nullopt;
-}
-
-std::vector<std::string> Cli::inputs(std::size_t from) const {
-    std::vector<std::string> result;
-    for (std::size_t i = from; i < arguments_.size(); ++i) {
-        if (arguments_[i] != "-") {
-            result.push_back(arguments_[i]);
-            continue;
+    if (const auto jobs = values_.find("--jobs"); jobs != values_.end()) {
+        const std::string& text = jobs->second;
+        unsigned value = 0;
+        const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (code != std::errc() || end != text.data() + text.size() || value < 1 || value > 256) {
+            return usageError("--jobs needs a number from 1 to 256");
         }
-        std::string line;
-        while (std::getline(std::cin, line)) {
-            if (!line.empty() && line.back() == '\r') {
-                line.pop_back();
-            }
-            result.push_back(line);
-        }
+        jobs_ = value;
     }
-    return result;
+    return std::nullopt;
 }
 
 int Cli::usageError(std::string_view message) const {
@@ -112,15 +112,6 @@ std::string Cli::helpText() const {
            "Exit status: 0 when every input succeeded, 1 when any failed (its message on\n"
            "standard error, the other inputs still processed), 2 on a usage error.\n";
     return out.str();
-}
-
-int forEachInput(const std::vector<std::string>& inputs,
-                 const std::function<bool(const std::string&)>& one) {
-    bool allOk = true;
-    for (const auto& input : inputs) {
-        allOk = one(input) && allOk;
-    }
-    return allOk ? kExitOk : kExitFailed;
 }
 
 }  // namespace fnet

@@ -1,12 +1,12 @@
 /// @file
 /// @brief Command-line conventions shared by every fnet subcommand.
 ///
-/// Every subcommand takes `--help`, `--json` and `--` (end of options); an input `-` stands for
-/// the lines of standard input, one input per line. Exit status: 0 when every input succeeded,
-/// 1 when any failed (its message printed, the rest still processed), 2 on a usage error.
+/// Every subcommand takes `--help`, `--json` and `--` (end of options); one that reads inputs also
+/// takes `--jobs N`, and an input `-` stands for the lines of standard input, one input per line.
+/// Exit status: 0 when every input succeeded, 1 when any failed (its message printed, the rest
+/// still processed), 2 on a usage error.
 #pragma once
 
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -43,14 +43,15 @@ public:
     /// The positional arguments as given.
     const std::vector<std::string>& arguments() const { return arguments_; }
 
-    /// The positional arguments from index `from` on, each "-" replaced by the lines of
-    /// standard input (a trailing "\r" dropped from each line).
-    std::vector<std::string> inputs(std::size_t from = 0) const;
+    /// How many threads may process inputs (--jobs; default: the number of cores).
+    unsigned jobs() const { return jobs_; }
+
+    const std::string& command() const { return command_; }
 
     /// Prints "fnet CMD: message" and the usage line to stderr; returns kExitUsage.
     int usageError(std::string_view message) const;
 
-    /// Prints "fnet CMD: message" to stderr (a failed input).
+    /// Prints "fnet CMD: message" to stderr (a failure of a command without inputs).
     void error(std::string_view message) const;
 
     std::string helpText() const;
@@ -69,12 +70,9 @@ private:
     std::vector<Option> options_;
     bool json_ = false;
     bool takesInput_ = true;
+    unsigned jobs_ = 1;
     std::map<std::string, std::string> values_;
     std::vector<std::string> arguments_;
 };
-
-/// Runs `one` over every input; returns kExitOk when all returned true, else kExitFailed.
-int forEachInput(const std::vector<std::string>& inputs,
-                 const std::function<bool(const std::string&)>& one);
 
 }  // namespace fnet

@@ -1,15 +1,10 @@
 // fnet compare: equality, order and hashes of pairs of IRIs.
-#include <cstdint>
-#include <iostream>
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "Cli.h"
 #include "Commands.h"
 #include "IriInput.h"
-#include "Json.h"
-#include "Text.h"
+#include "Runner.h"
 
 namespace fnet {
 
@@ -21,61 +16,42 @@ int runCompare(int argc, char** argv) {
             "and both hash values. Inputs are taken two by two (with '-', lines of standard\n"
             "input alternate A and B). Plain output: one line per pair,\n"
             "\"equal=BOOL less=BOOL hashA=N hashB=N\". With --json: one object per pair with\n"
-            "the keys a, b, equal, less, hashA, hashB (numbers) and error.");
+            "the keys input ([A, B]), equal, less, hashA, hashB (numbers) and error.");
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
     }
-    const std::vector<std::string> inputs = cli.inputs();
-    if (inputs.empty() || inputs.size() % 2 != 0) {
+    if (cli.arguments().empty()) {
         return cli.usageError("needs IRIs in pairs: A B");
     }
-    const auto comparePair = [&](const std::string& aText, const std::string& bText) {
+    const bool json = cli.json();
+    const auto handler = [json](std::span<const std::string_view> items, Outcome& out) {
         std::string error;
-        std::optional<IRI> a = readIri(aText, error);
-        std::optional<IRI> b;
-        if (a) {
-            b = readIri(bText, error);
-            if (!b) {
-                error = "b: " + error;
-            }
-        } else {
-            error = "a: " + error;
+        const std::optional<IRI> a = readIri(items[0], error);
+        if (!a) {
+            out.fail("a: " + error);
+            return;
         }
-        JsonObject json;
-        json.text("a", aText).text("b", bText);
-        if (!a || !b) {
-            cli.error(error + ": " + sanitizeUtf8(aText) + " " + sanitizeUtf8(bText));
-            if (cli.json()) {
-                json.null("equal").null("less").null("hashA").null("hashB").text("error", error);
-                std::cout << json.str() << "\n";
-            }
-            return false;
+        const std::optional<IRI> b = readIri(items[1], error);
+        if (!b) {
+            out.fail("b: " + error);
+            return;
         }
         const bool equal = *a == *b;
         const bool less = *a < *b;
-        const std::string hashA = std::to_string(a->hashValue());
-        const std::string hashB = std::to_string(b->hashValue());
-        if (cli.json()) {
-            json.boolean("equal", equal)
-                .boolean("less", less)
-                .raw("hashA", hashA)
-                .raw("hashB", hashB)
-                .null("error");
-            std::cout << json.str() << "\n";
+        if (json) {
+            out.keys["equal"] = equal;
+            out.keys["less"] = less;
+            out.keys["hashA"] = a->hashValue();
+            out.keys["hashB"] = b->hashValue();
         } else {
-            std::cout << "equal=" << (equal ? "true" : "false")
-                      << " less=" << (less ? "true" : "false") << " hashA=" << hashA
-                      << " hashB=" << hashB << "\n";
+            out.text = std::string("equal=") + (equal ? "true" : "false") +
+                       " less=" + (less ? "true" : "false") +
+                       " hashA=" + std::to_string(a->hashValue()) +
+                       " hashB=" + std::to_string(b->hashValue()) + "\n";
         }
-        return true;
     };
-    int status = kExitOk;
-    for (std::size_t i = 0; i < inputs.size(); i += 2) {
-        if (!comparePair(inputs[i], inputs[i + 1])) {
-            status = kExitFailed;
-        }
-    }
-    return status;
+    return runInputs(
+        cli, 0, {"equal", "less", "hashA", "hashB"}, [&]() -> Handler { return handler; }, 2);
 }
 
 }  // namespace fnet

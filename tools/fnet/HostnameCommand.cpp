@@ -1,9 +1,9 @@
 // fnet hostname: the local host's name as the system reports it.
-#include <iostream>
+#include <exception>
 
-#include "Cli.h"
 #include "Commands.h"
 #include "Json.h"
+#include "Runner.h"
 #include "foundation/network/InetAddress.h"
 
 namespace fnet {
@@ -11,7 +11,7 @@ namespace fnet {
 int runHostname(int argc, char** argv) {
     Cli cli("hostname", "[--json]",
             "Prints the local host's name as gethostname reports it, one line, or with --json\n"
-            "one object with the key name (on failure: error, with the system's message).");
+            "one object with the keys name and error (null, or the system's message).");
     cli.takesNoInput();
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
@@ -19,17 +19,15 @@ int runHostname(int argc, char** argv) {
     if (!cli.arguments().empty()) {
         return cli.usageError("takes no input");
     }
+    Outcome outcome;
     try {
         const std::string name = foundation::network::getLocalHostName();
-        std::cout << (cli.json() ? JsonObject().text("name", name).str() : name) << "\n";
-        return kExitOk;
+        outcome.keys["name"] = jsonSafe(name);
+        outcome.text = name + "\n";
     } catch (const std::exception& e) {
-        if (cli.json()) {
-            std::cout << JsonObject().text("error", e.what()).str() << "\n";
-        }
-        cli.error(e.what());
-        return kExitFailed;
+        outcome.fail(e.what());
     }
+    return writeOutcome(cli, {"name"}, outcome);
 }
 
 }  // namespace fnet

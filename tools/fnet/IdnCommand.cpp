@@ -1,12 +1,11 @@
 // fnet idn: host names between Unicode and ASCII (Punycode) form.
 #include <exception>
-#include <iostream>
 #include <optional>
 #include <string>
 
-#include "Cli.h"
 #include "Commands.h"
 #include "Json.h"
+#include "Runner.h"
 #include "Text.h"
 #include "foundation/network/IdnConverter.h"
 
@@ -15,12 +14,12 @@ namespace {
 
 using foundation::network::IdnConverter;
 
-struct Outcome {
+struct Converted {
     std::optional<std::string> output;  ///< UTF-8; absent on failure
     std::string error;
 };
 
-Outcome convert(const IdnConverter& converter, bool toAscii, const std::string& input) {
+Converted convert(const IdnConverter& converter, bool toAscii, std::string_view input) {
     const std::optional<std::u16string> wide = decodeInput(input);
     if (!wide) {
         return {std::nullopt, kInvalidUtf8};
@@ -29,7 +28,7 @@ Outcome convert(const IdnConverter& converter, bool toAscii, const std::string& 
         if (toAscii) {
             return {converter.toAscii(*wide), {}};
         }
-        return {utf16ToUtf8(converter.toUnicode(input)), {}};
+        return {utf16ToUtf8(converter.toUnicode(std::string(input))), {}};
     } catch (const std::exception& e) {  // IdnConverterException, or a result UTF-8 cannot carry
         return {std::nullopt, e.what()};
     }
@@ -57,21 +56,22 @@ int runIdn(int argc, char** argv) {
         return cli.usageError("no NAME given");
     }
     const bool toAscii = !cli.has("--to-unicode");
-    const IdnConverter converter;  // one engine for every input
-    return forEachInput(cli.inputs(), [&](const std::string& input) {
-        const Outcome outcome = convert(converter, toAscii, input);
-        if (cli.json()) {
-            JsonObject object;
-            object.text("input", input).text("direction", toAscii ? "toAscii" : "toUnicode");
-            object.optionalText("output", outcome.output ? &*outcome.output : nullptr);
-            object.optionalText("error", outcome.output ? nullptr : &outcome.error);
-            std::cout << object.str() << "\n";
-        } else if (outcome.output) {
-            std::cout << *outcome.output << "\n";
-        } else {
-            cli.error(sanitizeUtf8(input) + ": " + outcome.error);
-        }
-        return outcome.output.has_value();
+    const bool json = cli.json();
+    return runInputs(cli, 0, {"direction", "output"}, [&]() -> Handler {
+        // One engine per worker, reused for every input.
+        return [toAscii, json, converter = IdnConverter()](std::span<const std::string_view> items,
+                                                           Outcome& out) {
+            const Converted converted = convert(converter, toAscii, items[0]);
+            if (json) {
+                out.keys["direction"] = toAscii ? "toAscii" : "toUnicode";
+                setText(out.keys["output"], converted.output);
+            } else if (converted.output) {
+                out.text = *converted.output + "\n";
+            }
+            if (!converted.output) {
+                out.fail(converted.error);
+            }
+        };
     });
 }
 

@@ -6,7 +6,7 @@
 
 namespace fnet {
 
-std::optional<foundation::network::IRI> readIri(const std::string& utf8, std::string& error) {
+std::optional<foundation::network::IRI> readIri(std::string_view utf8, std::string& error) {
     const std::optional<std::u16string> utf16 = decodeInput(utf8);
     if (!utf16) {
         error = kInvalidUtf8;

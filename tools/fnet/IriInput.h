@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "foundation/network/IRI.h"
 
@@ -11,6 +12,6 @@ namespace fnet {
 
 /// The IRI parsed from `utf8`, or nothing with `error` set to the message (invalid UTF-8, or
 /// the library's exception text).
-std::optional<foundation::network::IRI> readIri(const std::string& utf8, std::string& error);
+std::optional<foundation::network::IRI> readIri(std::string_view utf8, std::string& error);
 
 }  // namespace fnet

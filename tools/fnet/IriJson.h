@@ -1,25 +1,27 @@
 /// @file
-/// @brief An IRI as one JSON object (what `fnet iri --json` prints per input), for every
-/// subcommand that shows IRIs.
+/// @brief An IRI as the keys of one record (what `fnet iri --json` prints per input) and as
+/// plain text, for every subcommand that shows IRIs.
 #pragma once
 
 #include <string>
 
-#include "Json.h"
+#include "Runner.h"
 #include "foundation/network/IRI.h"
 
 namespace fnet {
 
-/// The object for `iri` parsed from `input`: input, error (null), the flags, scheme, port,
-/// portNumber, each component (user info, host, path, query, fragment, authority, scheme-
-/// specific part) as null when absent or an object with the keys "0" to "4", and the four
-/// serialisations.
-JsonObject iriJson(const std::string& input, const foundation::network::IRI& iri);
+/// The keys of an IRI record, in order: the flags, scheme, port, portNumber, each component
+/// (user info, host, path, query, fragment, authority, scheme-specific part) as null when
+/// absent or an object with the keys "0" to "4", and the four serialisations.
+extern const RecordKeys kIriKeys;
 
-/// The same keys for an input that failed: input, the error message, every other key null.
-JsonObject iriErrorJson(const std::string& input, const std::string& error);
+/// Sets the keys of `kIriKeys` for `iri`.
+void iriJson(const foundation::network::IRI& iri, boost::json::object& keys);
 
-/// What `fnet iri` prints for `iri` parsed from `input` without --json (IriCommand.cpp).
-void printIri(const std::string& input, const foundation::network::IRI& iri);
+/// What `fnet iri` prints for `iri` parsed from `input` without --json.
+std::string iriText(std::string_view input, const foundation::network::IRI& iri);
+
+/// What `fnet iri` prints without --json for an input that failed.
+std::string iriErrorText(std::string_view input, const std::string& error);
 
 }  // namespace fnet

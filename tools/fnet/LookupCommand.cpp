@@ -1,9 +1,10 @@
 // fnet lookup: forward name lookup through the system resolver.
-#include <iostream>
+#include <string>
+#include <vector>
 
-#include "Cli.h"
 #include "Commands.h"
 #include "Json.h"
+#include "Runner.h"
 #include "foundation/network/InetAddress.h"
 
 namespace fnet {
@@ -14,9 +15,10 @@ int runLookup(int argc, char** argv) {
     Cli cli("lookup", "[--first] [--json] [--] NAME...",
             "Resolves each name and prints every address the system resolver returns, in its\n"
             "order: one line per name, the name then each address, tab-separated. With --json:\n"
-            "one object per name with the keys name and addresses (an array of texts). A\n"
-            "resolver failure prints the resolver's message (\"Host not found (authoritative)\")\n"
-            "(JSON: name, error) and counts as failed. Blocks for as long as the resolver takes.",
+            "one object per name with the keys input (the name), addresses (an array of texts)\n"
+            "and error. A resolver failure prints the resolver's message (\"Host not found\n"
+            "(authoritative)\") and counts as failed. Blocks for as long as the resolver takes;\n"
+            "with --jobs N, N names are looked up at once.",
             {{"--first", "", "only the first address (InetAddress::getByName)"}});
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
@@ -25,35 +27,28 @@ int runLookup(int argc, char** argv) {
         return cli.usageError("no name given");
     }
     const bool first = cli.has("--first");
-    return forEachInput(cli.inputs(), [&](const std::string& name) {
-        try {
-            std::vector<std::string> texts;
-            if (first) {
-                texts.push_back(InetAddress::getByName(name).toString());
-            } else {
-                for (const auto& address : InetAddress::getAllByName(name)) {
-                    texts.push_back(address.toString());
-                }
+    const bool json = cli.json();
+    const auto handler = [first, json](std::span<const std::string_view> items, Outcome& out) {
+        const std::string name(items[0]);
+        std::vector<std::string> texts;
+        if (first) {
+            texts.push_back(InetAddress::getByName(name).toString());
+        } else {
+            for (const auto& address : InetAddress::getAllByName(name)) {
+                texts.push_back(address.toString());
             }
-            if (cli.json()) {
-                std::cout << JsonObject().text("name", name).texts("addresses", texts).str()
-                          << "\n";
-            } else {
-                std::cout << name;
-                for (const auto& text : texts) {
-                    std::cout << "\t" << text;
-                }
-                std::cout << "\n";
-            }
-            return true;
-        } catch (const std::exception& e) {
-            if (cli.json()) {
-                std::cout << JsonObject().text("name", name).text("error", e.what()).str() << "\n";
-            }
-            cli.error(name + ": " + e.what());
-            return false;
         }
-    });
+        if (json) {
+            setTexts(out.keys["addresses"], texts);
+            return;
+        }
+        out.text = name;
+        for (const auto& text : texts) {
+            out.text += "\t" + text;
+        }
+        out.text += "\n";
+    };
+    return runInputs(cli, 0, {"addresses"}, [&]() -> Handler { return handler; });
 }
 
 }  // namespace fnet

@@ -1,119 +1,136 @@
-// fnet parse: runs the IRI grammar over each input and shows the seven components.
-#include <iostream>
+// fnet parse: checks each input against the IRI grammar and shows the seven components.
+#include <algorithm>
 #include <optional>
-#include <stdexcept>
 #include <string>
+#include <string_view>
 
-#include "Cli.h"
 #include "Commands.h"
 #include "Json.h"
+#include "Runner.h"
 #include "Text.h"
-#include "iri/grammar/IriGrammar.h"
-#include "iri/grammar/Unicode.h"
+#include "foundation/network/IRI.h"
 
 namespace fnet {
 namespace {
 
-using foundation::network::iri::detail::codePointsToUtf8;
-using foundation::network::iri::detail::Parts;
-using foundation::network::iri::detail::utf16ToCodePoints;
-namespace irigrammar = foundation::network::iri::detail::irigrammar;
+using foundation::network::IRI;
 
 constexpr const char* kNotAnIri = "not an IRI reference";
 
 constexpr const char* kComponentNames[] = {"scheme", "userInfo", "host",    "port",
                                            "path",   "query",    "fragment"};
 
-// The seven components of a valid reference as UTF-8 (nothing when absent), in the order of
-// kComponentNames; nothing at all when the text is not an IRI reference.
-using Components = std::optional<std::string>[7];
-
-bool parseComponents(const std::wstring& text, Components& out) {
-    Parts<std::wstring> parts;
-    if (!irigrammar::parseString<std::wstring>(text.begin(), text.end(), parts)) {
-        return false;
+// The seven components of a reference the IRI grammar accepted, as written, in the order of
+// kComponentNames; nothing for an absent one (the path is always there, possibly empty). In a
+// valid reference the delimiters alone mark the components (RFC 3986 appendix B), so they are
+// read straight from the text: no conversion, no copy.
+void splitComponents(std::string_view text, std::optional<std::string_view> (&out)[7]) {
+    // Where the first character that ends a part is, or the text's end.
+    const auto firstOf = [&](auto endsPart) {
+        return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), endsPart) -
+                                        text.begin());
+    };
+    const auto queryOrFragment = [](char c) { return c == '?' || c == '#'; };
+    const auto pathQueryOrFragment = [](char c) { return c == '/' || c == '?' || c == '#'; };
+    const auto take = [&](std::size_t end) {
+        const std::string_view part = text.substr(0, end);
+        text.remove_prefix(std::min(text.size(), end + 1));
+        return part;
+    };
+    if (const std::size_t colon =
+            firstOf([](char c) { return c == ':' || c == '/' || c == '?' || c == '#'; });
+        colon < text.size() && text[colon] == ':') {
+        out[0] = take(colon);
     }
-    const decltype(parts.scheme)* ranges[] = {&parts.scheme,  &parts.userInfo, &parts.host,
-                                              &parts.port,    &parts.path,     &parts.query,
-                                              &parts.fragment};
-    for (int i = 0; i < 7; ++i) {
-        if (ranges[i]->present) {
-            out[i] = codePointsToUtf8(std::wstring(ranges[i]->first, ranges[i]->last));
+    if (text.substr(0, 2) == "//") {
+        text.remove_prefix(2);
+        std::string_view authority = text.substr(0, firstOf(pathQueryOrFragment));
+        text.remove_prefix(authority.size());
+        if (const std::size_t at = authority.find('@'); at != std::string_view::npos) {
+            out[1] = authority.substr(0, at);
+            authority.remove_prefix(at + 1);
+        }
+        const std::size_t hostEnd = authority.find(':', authority.rfind(']') + 1);
+        out[2] = authority.substr(0, hostEnd);
+        if (hostEnd != std::string_view::npos) {
+            out[3] = authority.substr(hostEnd + 1);
         }
     }
-    return true;
+    out[4] = text.substr(0, firstOf(queryOrFragment));
+    text.remove_prefix(out[4]->size());
+    if (!text.empty() && text.front() == '?') {
+        text.remove_prefix(1);
+        out[5] = text.substr(0, text.find('#'));
+        text.remove_prefix(out[5]->size());
+    }
+    if (!text.empty() && text.front() == '#') {
+        out[6] = text.substr(1);
+    }
 }
 
-void printJson(const std::string& input, bool valid, const Components& components,
-               const char* error) {
-    JsonObject object;
-    object.text("input", sanitizeUtf8(input)).boolean("valid", valid);
-    for (int i = 0; i < 7; ++i) {
-        object.optionalText(kComponentNames[i], components[i] ? &*components[i] : nullptr);
+void parseOne(std::string_view input, Outcome& out, bool json) {
+    std::optional<std::string_view> components[7];
+    const std::optional<std::u16string> utf16 = decodeInput(input);
+    bool valid = false;
+    if (!utf16) {
+        out.fail(kInvalidUtf8);
+    } else {
+        try {
+            IRI{*utf16};
+            splitComponents(input, components);
+            valid = true;
+        } catch (const std::logic_error&) {
+            out.fail(kNotAnIri);
+        }
     }
-    if (error != nullptr) {
-        object.text("error", error);
+    if (json) {
+        out.keys["valid"] = valid;
+        for (int i = 0; i < 7; ++i) {
+            if (components[i]) {
+                out.keys[kComponentNames[i]] = *components[i];
+            }
+        }
+        return;
     }
-    std::cout << object.str() << "\n";
-}
-
-void printBlock(const std::string& input, bool valid, const Components& components) {
-    std::cout << "input     " << jsonString(sanitizeUtf8(input)) << "\n"
-              << "valid     " << (valid ? "yes" : "no") << "\n";
+    out.text = "input     " + jsonString(input) + "\nvalid     " + (valid ? "yes" : "no") + "\n";
     if (valid) {
         for (int i = 0; i < 7; ++i) {
             const std::string name = kComponentNames[i];
-            std::cout << name << std::string(10 - name.size(), ' ')
-                      << (components[i] ? jsonString(*components[i]) : "(absent)") << "\n";
+            out.text += name + std::string(10 - name.size(), ' ') +
+                        (components[i] ? jsonString(*components[i]) : std::string("(absent)")) +
+                        "\n";
         }
     }
-    std::cout << "\n";
+    out.text += "\n";
 }
 
 }  // namespace
 
 int runParse(int argc, char** argv) {
     Cli cli("parse", "[--json] [--] TEXT...",
-            "Checks each TEXT (UTF-8) against the IRI grammar (RFC 3987 IRI-reference) and shows "
-            "its\ncomponents: scheme, userInfo, host, port, path, query, fragment, each with its "
-            "text or\nabsent. A present component may be empty (\"x://h:/\" has an empty port).\n"
-            "Plain output: a block of \"name value\" lines per input (valid yes/no, then each\n"
-            "component quoted, or (absent)), a blank line after it. With --json: one object per\n"
-            "input with the keys input, valid, scheme, userInfo, host, port, path, query and\n"
-            "fragment (text or null), and error for a failure. Text the grammar refuses counts\n"
-            "as failed.");
+            "Checks each TEXT (UTF-8) against the IRI grammar (RFC 3987 IRI-reference, a port\n"
+            "from 0 to 65535) and shows its components: scheme, userInfo, host, port, path,\n"
+            "query, fragment, each with its text as written or absent. A present component may\n"
+            "be empty (\"x://@h?\" has an empty user info and query). Plain output: a block of "
+            "\"name value\"\n"
+            "lines per input (valid yes/no, then each component quoted, or (absent)), a blank\n"
+            "line after it. With --json: one object per input with the keys input, valid,\n"
+            "scheme, userInfo, host, port, path, query, fragment (text or null) and error (null,\n"
+            "or the message). Text the grammar refuses counts as failed.");
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
     }
     if (cli.arguments().empty()) {
         return cli.usageError("no input");
     }
-    return forEachInput(cli.inputs(), [&](const std::string& input) {
-        Components components;
-        const std::optional<std::u16string> utf16 = decodeInput(input);
-        if (!utf16) {
-            cli.error(std::string(kInvalidUtf8) + ": " + sanitizeUtf8(input));
-            if (cli.json()) {
-                printJson(input, false, components, kInvalidUtf8);
-            }
-            return false;
-        }
-        bool valid = false;
-        try {
-            valid = parseComponents(utf16ToCodePoints(*utf16), components);
-        } catch (const std::out_of_range& e) {  // an unpaired surrogate cannot come from UTF-8
-            cli.error(e.what());
-        }
-        if (cli.json()) {
-            printJson(input, valid, components, valid ? nullptr : kNotAnIri);
-        } else {
-            printBlock(input, valid, components);
-        }
-        if (!valid) {
-            cli.error(std::string(kNotAnIri) + ": " + sanitizeUtf8(input));
-        }
-        return valid;
-    });
+    const bool json = cli.json();
+    return runInputs(cli, 0,
+                     {"valid", "scheme", "userInfo", "host", "port", "path", "query", "fragment"},
+                     [json]() -> Handler {
+                         return [json](std::span<const std::string_view> items, Outcome& out) {
+                             parseOne(items[0], out, json);
+                         };
+                     });
 }
 
 }  // namespace fnet

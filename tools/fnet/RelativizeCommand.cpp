@@ -1,18 +1,32 @@
 // fnet relativize: each IRI written relative to a base, and whether it resolves back.
 #include <exception>
-#include <iostream>
 #include <optional>
 #include <string>
 
-#include "Cli.h"
 #include "Commands.h"
 #include "IriInput.h"
 #include "Json.h"
+#include "Runner.h"
 #include "Text.h"
 
 namespace fnet {
 
 using foundation::network::IRI;
+
+namespace {
+
+// Checked through the printed text, as a reader of the output gets it: the text parses, and
+// resolving it against the base gives the IRI's own text.
+bool readsBack(const IRI& relative, const IRI& base, const IRI& iri) {
+    try {
+        return IRI(relative.toString(false)).resolveAgainst(base).toString(false) ==
+               iri.toString(false);
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+}  // namespace
 
 int runRelativize(int argc, char** argv) {
     Cli cli("relativize", "[--json] [--] BASE IRI...",
@@ -20,8 +34,9 @@ int runRelativize(int argc, char** argv) {
             "(toString). Resolving it against BASE gives the IRI back, except for a base path\n"
             "not ending in \"/\" two or more directories below the shared prefix (one \"..\" too\n"
             "few). IRIs that cannot be made relative print the reason and count as failed.\n"
-            "With --json: one object per IRI with the keys base, iri, relative, roundTrip\n"
-            "(whether resolving relative against base gives iri back) and error.");
+            "With --json: one object per IRI with the keys input (the IRI), base, relative,\n"
+            "roundTrip (whether the printed reference, parsed and resolved against base, gives\n"
+            "the text of the IRI back) and error.");
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
     }
@@ -31,39 +46,33 @@ int runRelativize(int argc, char** argv) {
     const std::string& baseText = cli.arguments().front();
     std::string baseError;
     const std::optional<IRI> base = readIri(baseText, baseError);
-    return forEachInput(cli.inputs(1), [&](const std::string& iriText) {
-        std::string error;
-        std::optional<std::string> relative;
-        bool roundTrip = false;
-        if (!base) {
-            error = "base: " + baseError;
-        } else if (const std::optional<IRI> iri = readIri(iriText, error)) {
-            try {
-                const IRI result = iri->makeRelativeTo(*base);
-                roundTrip = result.resolveAgainst(*base) == *iri;
-                relative = utf16ToUtf8(result.toString(false));
-            } catch (const std::exception& e) {
-                error = e.what();
+    const bool json = cli.json();
+    return runInputs(cli, 1, {"base", "relative", "roundTrip"}, [&]() -> Handler {
+        return [&, base](std::span<const std::string_view> items, Outcome& out) {
+            if (json) {
+                out.keys["base"] = jsonSafe(baseText);
             }
-        }
-        if (!relative) {
-            cli.error(error + ": " + sanitizeUtf8(iriText));
-        }
-        if (cli.json()) {
-            JsonObject json;
-            json.text("base", baseText)
-                .text("iri", iriText)
-                .optionalText("relative", relative ? &*relative : nullptr);
-            if (relative) {
-                json.boolean("roundTrip", roundTrip).null("error");
+            if (!base) {
+                out.subject = baseText;
+                out.fail("base: " + baseError);
+                return;
+            }
+            std::string error;
+            const std::optional<IRI> iri = readIri(items[0], error);
+            if (!iri) {
+                out.fail(error);
+                return;
+            }
+            const IRI result = iri->makeRelativeTo(*base);
+            const bool roundTrip = readsBack(result, *base, *iri);
+            const std::string relative = utf16ToUtf8(result.toString(false));
+            if (json) {
+                out.keys["relative"] = relative;
+                out.keys["roundTrip"] = roundTrip;
             } else {
-                json.null("roundTrip").text("error", error);
+                out.text = relative + "\n";
             }
-            std::cout << json.str() << "\n";
-        } else if (relative) {
-            std::cout << *relative << "\n";
-        }
-        return relative.has_value();
+        };
     });
 }
 

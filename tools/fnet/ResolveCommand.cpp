@@ -1,13 +1,12 @@
 // fnet resolve: the target of each reference resolved against a base.
 #include <exception>
-#include <iostream>
 #include <optional>
 #include <string>
 
-#include "Cli.h"
 #include "Commands.h"
 #include "IriInput.h"
 #include "Json.h"
+#include "Runner.h"
 #include "Text.h"
 
 namespace fnet {
@@ -19,8 +18,8 @@ int runResolve(int argc, char** argv) {
             "Resolves each reference REF against BASE (RFC 3986 section 5.2) and prints the\n"
             "target, one per line, as IRI text (toString), or with --ascii as ASCII URI text\n"
             "(toAsciiString). Every component's text passes through as written. With --json:\n"
-            "one object per reference with the keys base, reference, target, targetAscii and\n"
-            "error (null, or the message).",
+            "one object per reference with the keys input (the reference), base, target,\n"
+            "targetAscii and error (null, or the message).",
             {{"--ascii", "", "print the ASCII (URI) form of each target"}});
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
@@ -31,48 +30,35 @@ int runResolve(int argc, char** argv) {
     const std::string& baseText = cli.arguments().front();
     std::string baseError;
     const std::optional<IRI> base = readIri(baseText, baseError);
-    return forEachInput(cli.inputs(1), [&](const std::string& referenceText) {
-        std::string error;
-        std::optional<IRI> target;
-        if (!base) {
-            error = "base: " + baseError;
-        } else if (const std::optional<IRI> reference = readIri(referenceText, error)) {
-            try {
-                target = reference->resolveAgainst(*base);
-            } catch (const std::exception& e) {
-                error = e.what();
+    const bool json = cli.json();
+    const bool ascii = cli.has("--ascii");
+    return runInputs(cli, 1, {"base", "target", "targetAscii"}, [&]() -> Handler {
+        // Each worker resolves against its own copy of the base.
+        return [&, base](std::span<const std::string_view> items, Outcome& out) {
+            if (json) {
+                out.keys["base"] = jsonSafe(baseText);
             }
-        }
-        std::optional<std::string> text;
-        std::optional<std::string> ascii;
-        if (target) {
-            try {
-                text = utf16ToUtf8(target->toString(false));
-                ascii = utf16ToUtf8(target->toAsciiString(false));
-            } catch (const std::exception& e) {
-                error = e.what();
+            if (!base) {
+                out.subject = baseText;
+                out.fail("base: " + baseError);
+                return;
             }
-        }
-        const bool ok = text.has_value() && ascii.has_value();
-        if (!ok) {
-            cli.error(error + ": " + sanitizeUtf8(referenceText));
-        }
-        if (cli.json()) {
-            JsonObject json;
-            json.text("base", baseText)
-                .text("reference", referenceText)
-                .optionalText("target", ok ? &*text : nullptr)
-                .optionalText("targetAscii", ok ? &*ascii : nullptr);
-            if (ok) {
-                json.null("error");
+            std::string error;
+            const std::optional<IRI> reference = readIri(items[0], error);
+            if (!reference) {
+                out.fail(error);
+                return;
+            }
+            const IRI target = reference->resolveAgainst(*base);
+            if (json) {
+                out.keys["target"] = utf16ToUtf8(target.toString(false));
+                out.keys["targetAscii"] = utf16ToUtf8(target.toAsciiString(false));
             } else {
-                json.text("error", error);
+                out.text =
+                    utf16ToUtf8(ascii ? target.toAsciiString(false) : target.toString(false));
+                out.text += '\n';
             }
-            std::cout << json.str() << "\n";
-        } else if (ok) {
-            std::cout << (cli.has("--ascii") ? *ascii : *text) << "\n";
-        }
-        return ok;
+        };
     });
 }
 

@@ -1,9 +1,9 @@
 // fnet reverse and fnet canonical: names of addresses through the system resolver.
-#include <iostream>
+#include <string>
 
-#include "Cli.h"
 #include "Commands.h"
 #include "Json.h"
+#include "Runner.h"
 #include "foundation/network/InetAddress.h"
 
 namespace fnet {
@@ -20,24 +20,17 @@ int runNameOfAddress(int argc, char** argv, const char* command, const char* des
     if (cli.arguments().empty()) {
         return cli.usageError("no address given");
     }
-    return forEachInput(cli.inputs(), [&](const std::string& input) {
-        try {
-            const std::string found = (InetAddress(input).*name)();
-            if (cli.json()) {
-                std::cout << JsonObject().text("address", input).text("name", found).str() << "\n";
-            } else {
-                std::cout << input << "\t" << found << "\n";
-            }
-            return true;
-        } catch (const std::exception& e) {
-            if (cli.json()) {
-                std::cout << JsonObject().text("address", input).text("error", e.what()).str()
-                          << "\n";
-            }
-            cli.error(input + ": " + e.what());
-            return false;
+    const bool json = cli.json();
+    const auto handler = [json, name](std::span<const std::string_view> items, Outcome& out) {
+        const std::string input(items[0]);
+        const std::string found = (InetAddress(input).*name)();
+        if (json) {
+            out.keys["name"] = jsonSafe(found);
+        } else {
+            out.text = input + "\t" + found + "\n";
         }
-    });
+    };
+    return runInputs(cli, 0, {"name"}, [&]() -> Handler { return handler; });
 }
 
 }  // namespace
@@ -47,8 +40,8 @@ int runReverse(int argc, char** argv) {
         argc, argv, "reverse",
         "Prints the name the system resolver gives each address (its numeric text when it\n"
         "has none): one line per address, ADDRESS<TAB>NAME. With --json: one object per\n"
-        "address with the keys address and name (on failure: address, error). Blocks for as\n"
-        "long as the resolver takes.",
+        "address with the keys input (the address), name and error. Blocks for as long as\n"
+        "the resolver takes.",
         &InetAddress::getHostName);
 }
 
@@ -57,8 +50,8 @@ int runCanonical(int argc, char** argv) {
         argc, argv, "canonical",
         "Prints the canonical name of each address: its reverse-lookup name resolved with\n"
         "canonical names requested: one line per address, ADDRESS<TAB>NAME. With --json:\n"
-        "one object per address with the keys address and name (on failure: address,\n"
-        "error). Blocks for as long as the resolver takes.",
+        "one object per address with the keys input (the address), name and error. Blocks\n"
+        "for as long as the resolver takes.",
         &InetAddress::getCanonicalHostName);
 }
 

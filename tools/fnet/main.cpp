@@ -37,9 +37,11 @@ void printHelp(std::ostream& out) {
     out << "\nInputs are UTF-8 text: the arguments after the options, and with '-' the lines of\n"
            "standard input, one input per line. Every command takes --help (what it prints) and\n"
            "--json (one JSON object per input, one per line); '--' ends the options. Results go\n"
-           "to standard output, failures to standard error (with --json also as an object with\n"
-           "the key error). Exit status: 0 when every input succeeded, 1 when any failed (the\n"
-           "rest are still processed), 2 on a usage error. 'fnet COMMAND --help' for more.\n";
+           "to standard output as each input is done, failures to standard error (with --json\n"
+           "also in the object's key error). --jobs N spreads the inputs over N threads; the\n"
+           "output keeps their order. Exit status: 0 when every input succeeded, 1 when any\n"
+           "failed (the rest are still processed), 2 on a usage error. 'fnet COMMAND --help'\n"
+           "for more.\n";
 }
 
 }  // namespace

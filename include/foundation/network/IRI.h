@@ -139,12 +139,15 @@ public:
     /// scheme|authority|path|query but this does not". Does not block.
     IRI makeRelativeTo(const IRI& base) const;
 
-    /// Equal scheme, port number and text (Encoding 1). Does not block; throws nothing but
-    /// allocation failures.
+    /// True when both are empty, or neither is and their Encoding 1 texts are equal, however
+    /// each value was made (parsed, resolved, relativised, built). Does not block; throws
+    /// nothing but allocation failures.
     bool operator==(const IRI& other) const;
-    /// The negation of `operator==`, step by step. Does not block.
+    /// The negation of `operator==`. Does not block.
     bool operator!=(const IRI& other) const;
-    /// Text order of the serialisations (code point by code point). Does not block.
+    /// The order of the Encoding 1 texts, code point by code point: a strict weak order whose
+    /// equivalent values are exactly the equal ones, so IRIs serve as keys of ordered
+    /// containers and sort safely. Does not block.
     bool operator<(const IRI& other) const;
     /// A 64-bit hash of the Encoding 1 text (0 for an empty IRI), computed once and cached;
     /// safe from several threads at once. Never throws.
