@@ -43,7 +43,8 @@ public:
     /// Whether no error bit is set. Does not throw.
     bool empty() const noexcept { return bits_ == 0; }
 
-    /// Whether every bit of `errors` (one of the constants above, or several or'ed) is set.
+    /// Whether every bit of `errors` (one of the constants above, or several or'ed) is set;
+    /// false for 0. Does not throw.
     bool has(std::uint32_t errors) const noexcept {
         return errors != 0 && (bits_ & errors) == errors;
     }
