@@ -38,7 +38,8 @@ bool TemplateIRI<String>::operator==(const TemplateIRI& other) const {
     if (hashKnown.load() && other.hashKnown.load() && hash != other.hash) {
         return false;
     }
-    return toNativeStringFromParts(kIriForm) == other.toNativeStringFromParts(kIriForm);
+    return (textIsCurrent.load() ? text : toNativeStringFromParts(kIriForm)) ==
+           (other.textIsCurrent.load() ? other.text : other.toNativeStringFromParts(kIriForm));
 }
 
 template <class String>
@@ -48,10 +49,14 @@ bool TemplateIRI<String>::operator!=(const TemplateIRI& other) const {
 
 template <class String>
 bool TemplateIRI<String>::operator<(const TemplateIRI& other) const {
-    if (this == &other) {
-        return false;
+    const bool thisCurrent = textIsCurrent.load();
+    const bool otherCurrent = other.textIsCurrent.load();
+    // Two parsed values, the common case of a sort: their own texts, without a cache look-up.
+    if (thisCurrent && otherCurrent) {
+        return text < other.text;
     }
-    return toNativeStringFromParts(kIriForm) < other.toNativeStringFromParts(kIriForm);
+    return (thisCurrent ? text : toNativeStringFromParts(kIriForm)) <
+           (otherCurrent ? other.text : other.toNativeStringFromParts(kIriForm));
 }
 
 template <class String>
