@@ -1,11 +1,20 @@
 // IP address parsing and printing against the system's inet_pton/inet_ntop, a forward lookup,
-// and the interface listing against a bare getifaddrs/freeifaddrs.
+// and the interface listing against a bare getifaddrs/freeifaddrs. Equality and hashing of
+// addresses (BM_Equal_*, BM_Hash_*, BM_Dedupe_*) against the same work on the raw byte strings
+// and on Boost.Asio's address values; at the end ours is printed as a ratio to each of them.
 #include <arpa/inet.h>
 #include <ifaddrs.h>
+#include <unistd.h>
 
 #include <benchmark/benchmark.h>
 
+#include <boost/asio/ip/address.hpp>
+#include <cstdio>
+#include <functional>
+#include <map>
 #include <string>
+#include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "foundation/network/InetAddress.h"
@@ -91,6 +100,178 @@ void Getifaddrs_Freeifaddrs(benchmark::State& state) {
 }
 BENCHMARK(Getifaddrs_Freeifaddrs);
 
+// The corpus three ways, each value built twice so that an equal pair never shares storage.
+struct Values {
+    std::vector<foundation::network::InetAddress> ours, oursAgain;
+    std::vector<std::vector<unsigned char>> bytes, bytesAgain;
+    std::vector<boost::asio::ip::address> boost, boostAgain;
+};
+
+const Values& values() {
+    static const Values all = [] {
+        Values v;
+        for (const auto& line : addresses()) {
+            v.ours.emplace_back(line);
+            v.oursAgain.emplace_back(line);
+            v.bytes.push_back(v.ours.back().bytes());
+            v.bytesAgain.push_back(v.ours.back().bytes());
+            v.boost.push_back(boost::asio::ip::make_address(line));
+            v.boostAgain.push_back(boost::asio::ip::make_address(line));
+        }
+        return v;
+    }();
+    return all;
+}
+
+// Every value against its twin (equal: the whole value is read) and against its neighbour
+// (mostly unequal), two comparisons per item.
+template <class T>
+void equalPairs(benchmark::State& state, const std::vector<T>& first, const std::vector<T>& again) {
+    std::size_t equal = 0;
+    for (auto _ : state) {
+        for (std::size_t i = 0; i < first.size(); ++i) {
+            equal += first[i] == again[i] ? 1 : 0;
+            equal += first[i] == first[(i + 1) % first.size()] ? 1 : 0;
+        }
+        benchmark::DoNotOptimize(equal);
+    }
+    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * first.size() * 2));
+}
+
+void BM_Equal_Ours(benchmark::State& state) {
+    equalPairs(state, values().ours, values().oursAgain);
+}
+BENCHMARK(BM_Equal_Ours);
+
+// The byte strings `bytes()` hands out: what a caller keyed on before addresses compared.
+void BM_Equal_RawBytes(benchmark::State& state) {
+    equalPairs(state, values().bytes, values().bytesAgain);
+}
+BENCHMARK(BM_Equal_RawBytes);
+
+void BM_Equal_BoostAsio(benchmark::State& state) {
+    equalPairs(state, values().boost, values().boostAgain);
+}
+BENCHMARK(BM_Equal_BoostAsio);
+
+template <class T, class Hash>
+void hashAll(benchmark::State& state, const std::vector<T>& all, Hash hash) {
+    std::size_t sum = 0;
+    for (auto _ : state) {
+        for (const T& value : all) {
+            sum += hash(value);
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * all.size()));
+}
+
+struct BytesHash {
+    std::size_t operator()(const std::vector<unsigned char>& bytes) const {
+        return std::hash<std::string_view>()(
+            std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+    }
+};
+
+void BM_Hash_Ours(benchmark::State& state) {
+    hashAll(state, values().ours, std::hash<foundation::network::InetAddress>());
+}
+BENCHMARK(BM_Hash_Ours);
+
+void BM_Hash_RawBytes(benchmark::State& state) {
+    hashAll(state, values().bytes, BytesHash());
+}
+BENCHMARK(BM_Hash_RawBytes);
+
+void BM_Hash_BoostAsio(benchmark::State& state) {
+    hashAll(state, values().boost, std::hash<boost::asio::ip::address>());
+}
+BENCHMARK(BM_Hash_BoostAsio);
+
+// Both at work: every address into an unordered set and looked up again through its twin.
+template <class T, class Hash>
+void dedupe(benchmark::State& state, const std::vector<T>& all, const std::vector<T>& again, Hash) {
+    for (auto _ : state) {
+        std::unordered_set<T, Hash> set(all.begin(), all.end());
+        std::size_t found = 0;
+        for (const T& value : again) {
+            found += set.count(value);
+        }
+        benchmark::DoNotOptimize(found);
+    }
+    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * all.size()));
+}
+
+void BM_Dedupe_Ours(benchmark::State& state) {
+    dedupe(state, values().ours, values().oursAgain, std::hash<foundation::network::InetAddress>());
+}
+BENCHMARK(BM_Dedupe_Ours);
+
+void BM_Dedupe_RawBytes(benchmark::State& state) {
+    dedupe(state, values().bytes, values().bytesAgain, BytesHash());
+}
+BENCHMARK(BM_Dedupe_RawBytes);
+
+void BM_Dedupe_BoostAsio(benchmark::State& state) {
+    dedupe(state, values().boost, values().boostAgain, std::hash<boost::asio::ip::address>());
+}
+BENCHMARK(BM_Dedupe_BoostAsio);
+
+// The console output, then for each group BM_<Group>_<Library> the time per item of ours
+// divided by each other's (below 1: ours is faster).
+class RatioReporter : public benchmark::ConsoleReporter {
+public:
+    RatioReporter() : ConsoleReporter(isatty(STDOUT_FILENO) != 0 ? OO_ColorTabular : OO_Tabular) {}
+
+    void ReportRuns(const std::vector<Run>& runs) override {
+        ConsoleReporter::ReportRuns(runs);
+        for (const auto& run : runs) {
+            const auto rate = run.counters.find("items_per_second");
+            const std::string name = run.benchmark_name();
+            const auto split = name.rfind('_');
+            if (run.error_occurred || run.run_type != Run::RT_Iteration ||
+                rate == run.counters.end() || rate->second.value <= 0 ||
+                name.rfind("BM_", 0) != 0 || split == std::string::npos || split <= 3) {
+                continue;
+            }
+            groups_[name.substr(3, split - 3)][name.substr(split + 1)] = 1e9 / rate->second.value;
+        }
+    }
+
+    void Finalize() override {
+        ConsoleReporter::Finalize();
+        GetOutputStream() << "\nns per item, and ours divided by the other's:\n";
+        for (const auto& [group, libraries] : groups_) {
+            const auto ours = libraries.find("Ours");
+            for (const auto& [library, nanoseconds] : libraries) {
+                char line[160];
+                std::snprintf(line, sizeof line, "  %-7s %-10s %7.2f ns", group.c_str(),
+                              library.c_str(), nanoseconds);
+                GetOutputStream() << line;
+                if (ours != libraries.end() && library != "Ours") {
+                    std::snprintf(line, sizeof line, "   ours/%s %.2fx", library.c_str(),
+                                  ours->second / nanoseconds);
+                    GetOutputStream() << line;
+                }
+                GetOutputStream() << "\n";
+            }
+        }
+    }
+
+private:
+    std::map<std::string, std::map<std::string, double>> groups_;
+};
+
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    (void)values();  // the corpus is read before anything is timed
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    benchmark::Shutdown();
+    return 0;
+}

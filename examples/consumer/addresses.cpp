@@ -3,8 +3,10 @@
 
 #include <array>
 #include <iostream>
+#include <set>
 #include <stdexcept>
 #include <system_error>
+#include <unordered_set>
 
 using namespace foundation::network;
 
@@ -20,6 +22,22 @@ int main() {
         InetAddress("example.org");  // a literal only: never a lookup
     } catch (const std::invalid_argument& e) {
         std::cout << e.what() << "\n";  // the parser's message: Invalid argument [system:22]
+    }
+
+    // Values: equality, order and hash over version, bytes and scope id, never the host name.
+    const std::set<InetAddress> sorted{InetAddress("::1"), InetAddress("10.0.0.2"),
+                                       InetAddress("10.0.0.2")};
+    const std::unordered_set<InetAddress> seen(sorted.begin(), sorted.end());
+    std::cout << sorted.begin()->toString() << " " << sorted.size() << " "        // 10.0.0.2 2
+              << seen.count(InetAddress("0:0::1")) << " " << (v6 != v4) << "\n";  // 1 1
+    std::cout << InetAddress("fe80::1%7").scopeId() << " "                        // 7
+              << InetAddress("169.254.0.9").isLinkLocal() << InetAddress("fd00::1").isPrivate()
+              << InetAddress("::").isUnspecified() << "\n";  // 111
+    // An IPv4-mapped address is judged as IPv6: ask about the IPv4 address inside it.
+    const InetAddress mapped("::ffff:192.168.1.7");
+    if (mapped.isV4Mapped()) {
+        std::cout << mapped.isPrivate() << " " << mapped.unmapped().toString() << " "
+                  << mapped.unmapped().isPrivate() << "\n";  // 0 192.168.1.7 1
     }
 
     // Lookups block on the calling thread and throw std::system_error with the resolver's code.

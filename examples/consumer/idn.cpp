@@ -25,4 +25,20 @@ int main() {
     } catch (const IdnConverterException& e) {
         std::cout << e.what() << "\n";
     }
+
+    // Non-transitional processing, as browsers do, with STD3 rules and every check. The overloads
+    // taking an IdnErrors say what ICU found, so that a caller can refuse the name instead.
+    IdnOptions modern;
+    modern.nontransitional = modern.useStd3Rules = modern.checkBidi = true;
+    modern.checkContextJ = modern.checkContextO = true;
+    const IdnConverter strict(modern);
+    IdnErrors errors;
+    std::cout << strict.toAscii(u"faß.de", errors) << " " << errors.empty()
+              << "\n";                        // xn--fa-hia.de 1
+    strict.toAscii(u"a_b..example", errors);  // ICU's text: a\uFFFDb..example
+    if (errors.has(IdnErrors::EMPTY_LABEL)) {
+        std::cout << errors.toString() << " (" << errors.bits() << ")\n";
+    }  // EMPTY_LABEL, DISALLOWED (129)
+    std::cout << utf16ToUtf8(strict.toUnicode("xn--fa-hia.de", errors)) << " "
+              << errors.names().size() << "\n";  // faß.de 0
 }

@@ -11,19 +11,15 @@
 namespace foundation::network {
 namespace {
 
-// ICU's defaults and nothing else: transitional processing both ways, no STD3 rules, no Bidi,
-// ContextJ or ContextO checks.
-constexpr uint32_t kEngineOptions = UIDNA_DEFAULT;
-
 [[noreturn]] void throwIcuError(UErrorCode code) {
     throw IdnConverterException(u_errorName(code));
 }
 
 }  // namespace
 
-IdnConverterImpl::IdnConverterImpl() {
+IdnConverterImpl::IdnConverterImpl(uint32_t options) {
     icu::ErrorCode status;
-    engine_.reset(icu::IDNA::createUTS46Instance(kEngineOptions, status));
+    engine_.reset(icu::IDNA::createUTS46Instance(options, status));
     if (status.isFailure()) {
         throwIcuError(status.get());
     }
@@ -32,8 +28,8 @@ IdnConverterImpl::IdnConverterImpl() {
     }
 }
 
-std::u16string IdnConverterImpl::convert(EngineOperation operation,
-                                         const std::u16string& name) const {
+std::u16string IdnConverterImpl::convert(EngineOperation operation, const std::u16string& name,
+                                         uint32_t* errors) const {
     // ICU counts code units in int32_t; a longer name cannot be handed over.
     if (name.size() > static_cast<std::size_t>(INT32_MAX)) {
         throwIcuError(U_INDEX_OUTOFBOUNDS_ERROR);
@@ -48,8 +44,10 @@ std::u16string IdnConverterImpl::convert(EngineOperation operation,
     if (status.isFailure()) {
         throwIcuError(status.get());
     }
-    return std::u16string(destination.getBuffer(),
-                          static_cast<std::size_t>(destination.length()));
+    if (errors != nullptr) {
+        *errors = info.getErrors();
+    }
+    return std::u16string(destination.getBuffer(), static_cast<std::size_t>(destination.length()));
 }
 
 }  // namespace foundation::network

@@ -4,7 +4,9 @@
 #pragma once
 
 #include <unicode/idna.h>
+#include <unicode/uidna.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -16,21 +18,21 @@ class IdnConverterImpl {
 public:
     /// One of icu::IDNA::nameToASCII and icu::IDNA::nameToUnicode.
     using EngineOperation = icu::UnicodeString& (icu::IDNA::*)(const icu::UnicodeString&,
-                                                                icu::UnicodeString&,
-                                                                icu::IDNAInfo&,
-                                                                UErrorCode&) const;
+                                                               icu::UnicodeString&, icu::IDNAInfo&,
+                                                               UErrorCode&) const;
 
-    /// Creates the engine with options 0 (UIDNA_DEFAULT). Throws IdnConverterException with
-    /// ICU's error name when ICU cannot create it.
-    IdnConverterImpl();
+    /// Creates the engine with ICU's `options` (UIDNA_DEFAULT, 0, unless a caller chose
+    /// others). Throws IdnConverterException with ICU's error name when ICU cannot create it.
+    explicit IdnConverterImpl(uint32_t options = UIDNA_DEFAULT);
 
     IdnConverterImpl(const IdnConverterImpl&) = delete;
     IdnConverterImpl& operator=(const IdnConverterImpl&) = delete;
 
-    /// Runs `operation` on `name`. The label errors ICU records in its IDNAInfo are not
-    /// examined: the caller gets ICU's text. Throws IdnConverterException when ICU's error code
-    /// is a failure.
-    std::u16string convert(EngineOperation operation, const std::u16string& name) const;
+    /// Runs `operation` on `name`. The label errors ICU records in its IDNAInfo do not throw:
+    /// the caller gets ICU's text, and the error bits in `errors` when it is not null. Throws
+    /// IdnConverterException when ICU's error code is a failure.
+    std::u16string convert(EngineOperation operation, const std::u16string& name,
+                           uint32_t* errors = nullptr) const;
 
     const icu::IDNA& engine() const { return *engine_; }
     const fl::i18n::codecvt_ustring_to_ascii& toNarrow() const { return toNarrow_; }

@@ -33,6 +33,43 @@ bool InetAddress::isMulticast() const {
     return impl_->isMulticast();
 }
 
+bool InetAddress::isUnspecified() const {
+    return impl_->isUnspecified();
+}
+
+bool InetAddress::isLinkLocal() const {
+    return impl_->isLinkLocal();
+}
+
+bool InetAddress::isPrivate() const {
+    return impl_->isPrivate();
+}
+
+bool InetAddress::isV4Mapped() const {
+    return impl_->isV4Mapped();
+}
+
+InetAddress InetAddress::unmapped() const {
+    return InetAddress(std::make_shared<InetAddressImpl>(impl_->unmapped()), hostName_);
+}
+
+std::uint32_t InetAddress::scopeId() const {
+    return impl_->scopeId();
+}
+
+std::size_t InetAddress::hashValue() const noexcept {
+    return std::hash<boost::asio::ip::address>()(impl_->address());
+}
+
+bool operator==(const InetAddress& a, const InetAddress& b) noexcept {
+    // Copies share their implementation: no need to look at the bytes then.
+    return a.impl_ == b.impl_ || a.impl_->address() == b.impl_->address();
+}
+
+bool operator<(const InetAddress& a, const InetAddress& b) noexcept {
+    return a.impl_ != b.impl_ && a.impl_->address() < b.impl_->address();
+}
+
 std::string InetAddress::toString() const {
     return impl_->toString();
 }

@@ -1,5 +1,7 @@
 #include "inet/InetAddressImpl.h"
 
+#include <algorithm>
+#include <initializer_list>
 #include <stdexcept>
 
 #include <boost/system/system_error.hpp>
@@ -39,6 +41,21 @@ ip::address fromText(const std::string& text) {
     }
 }
 
+// Whether the first `bits` bits of `bytes` are those of `prefix` (which holds at least
+// ceil(bits / 8) bytes).
+template <std::size_t N>
+bool hasPrefix(const std::array<unsigned char, N>& bytes,
+               std::initializer_list<unsigned char> prefix, unsigned bits) {
+    const unsigned char* expected = prefix.begin();
+    for (unsigned i = 0; bits > 0; ++i, bits -= std::min(bits, 8u)) {
+        const auto mask = static_cast<unsigned char>(0xFF00u >> std::min(bits, 8u));
+        if ((bytes[i] & mask) != (expected[i] & mask)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 InetAddressImpl::InetAddressImpl(boost::asio::ip::address address) : address_(address) {}
@@ -65,6 +82,42 @@ bool InetAddressImpl::isLoopback() const {
 
 bool InetAddressImpl::isMulticast() const {
     return address_.is_multicast();
+}
+
+bool InetAddressImpl::isUnspecified() const {
+    return address_.is_unspecified();
+}
+
+bool InetAddressImpl::isLinkLocal() const {
+    if (address_.is_v4()) {
+        return hasPrefix(address_.to_v4().to_bytes(), {169, 254}, 16);
+    }
+    return hasPrefix(address_.to_v6().to_bytes(), {0xfe, 0x80}, 10);
+}
+
+bool InetAddressImpl::isPrivate() const {
+    if (address_.is_v4()) {
+        const auto bytes = address_.to_v4().to_bytes();
+        return hasPrefix(bytes, {10}, 8) || hasPrefix(bytes, {172, 16}, 12) ||
+               hasPrefix(bytes, {192, 168}, 16);
+    }
+    return hasPrefix(address_.to_v6().to_bytes(), {0xfc}, 7);
+}
+
+bool InetAddressImpl::isV4Mapped() const {
+    return address_.is_v6() && address_.to_v6().is_v4_mapped();
+}
+
+ip::address InetAddressImpl::unmapped() const {
+    if (!isV4Mapped()) {
+        throw AnonymousInternalException<std::invalid_argument>("Not an IPv4-mapped address: " +
+                                                                toString());
+    }
+    return ip::make_address_v4(ip::v4_mapped, address_.to_v6());
+}
+
+std::uint32_t InetAddressImpl::scopeId() const {
+    return address_.is_v6() ? static_cast<std::uint32_t>(address_.to_v6().scope_id()) : 0;
 }
 
 std::string InetAddressImpl::toString() const {

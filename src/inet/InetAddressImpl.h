@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,13 @@ public:
     int getVersion() const;
     bool isLoopback() const;
     bool isMulticast() const;
+    bool isUnspecified() const;
+    bool isLinkLocal() const;
+    bool isPrivate() const;
+    bool isV4Mapped() const;
+    /// The IPv4 address inside an IPv4-mapped one. Throws std::invalid_argument otherwise.
+    boost::asio::ip::address unmapped() const;
+    std::uint32_t scopeId() const;
     std::string toString() const;
     std::vector<unsigned char> bytes() const;
 

@@ -22,6 +22,13 @@ public:
     unsigned short prefixLength() const { return prefixLength_; }
     const std::string& toString() const { return text_; }
 
+    /// The address with the bits after the prefix cleared (`hostBits` false) or set (true),
+    /// scope id kept.
+    boost::asio::ip::address withHostBits(bool hostBits) const;
+
+    /// Same version, scope ids equal where both are set, and the same first prefix bits.
+    bool contains(const boost::asio::ip::address& address) const;
+
 private:
     boost::asio::ip::address address_;
     unsigned short prefixLength_;

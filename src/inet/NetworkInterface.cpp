@@ -60,6 +60,14 @@ std::vector<InetAddress> NetworkInterface::getInetAddresses() const {
     return addresses;
 }
 
+unsigned NetworkInterface::getIndex() const {
+    return impl_->index;
+}
+
+unsigned NetworkInterface::getMtu() const {
+    return impl_->mtu;
+}
+
 bool NetworkInterface::isUp() const {
     return impl_->up;
 }

@@ -20,6 +20,8 @@ public:
     bool up = false;                                   ///< IFF_UP and IFF_RUNNING
     bool loopback = false;                             ///< IFF_LOOPBACK
     bool multicast = false;                            ///< IFF_MULTICAST
+    unsigned index = 0;                                ///< the kernel's index; 0 if unknown
+    unsigned mtu = 0;                                  ///< at listing time; 0 if unknown
 };
 
 }  // namespace foundation::network

@@ -53,6 +53,7 @@ bool TemplateIRI<String>::operator==(const TemplateIRI& other) const {
     if (hashKnown.load() && other.hashKnown.load() && hash.load() != other.hash.load()) {
         return false;
     }
+    // A parsed value's own text comes back without a cache look-up.
     return toNativeStringFromParts(kIriForm) == other.toNativeStringFromParts(kIriForm);
 }
 
@@ -66,6 +67,8 @@ bool TemplateIRI<String>::operator<(const TemplateIRI& other) const {
     if (this == &other) {
         return false;
     }
+    // Two parsed values, the common case of a sort, compare their own texts (which
+    // toNativeStringFromParts gives back without a cache look-up).
     return lessByCodePoints(toNativeStringFromParts(kIriForm),
                             other.toNativeStringFromParts(kIriForm));
 }

@@ -1,6 +1,8 @@
 // IDN conversion in both directions from fuzz bytes. Only IdnConverterException may escape, the
 // free functions agree with a converter, and the ASCII form converts back without any other
 // exception. (The ASCII form may keep non-ASCII units where ICU reports label errors: kept.)
+// A converter with every option gives the same text with and without its errors, and names
+// each error bit once.
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -46,6 +48,23 @@ void toUnicode(const IdnConverter& converter, const std::string& name) {
     FNFUZZ_CHECK(unicode == free);
 }
 
+void strict(const IdnConverter& converter, const std::u16string& name) {
+    foundation::network::IdnErrors errors;
+    const auto withErrors =
+        guarded([&] { return converter.toAscii(name, errors); }, "toAscii with errors");
+    FNFUZZ_CHECK(withErrors == guarded([&] { return converter.toAscii(name); }, "toAscii"));
+    FNFUZZ_CHECK(errors.names().size() ==
+                 static_cast<std::size_t>(__builtin_popcount(errors.bits())));
+    FNFUZZ_CHECK(errors.empty() == errors.toString().empty());
+}
+
+foundation::network::IdnOptions everything() {
+    foundation::network::IdnOptions options;
+    options.nontransitional = options.useStd3Rules = options.checkBidi = true;
+    options.checkContextJ = options.checkContextO = true;
+    return options;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -53,5 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     toAscii(converter, fnfuzz::toUtf16(bytes));
     toUnicode(converter, std::string(bytes));
+    static const IdnConverter checking(everything());
+    strict(checking, fnfuzz::toUtf16(bytes));
     return 0;
 }

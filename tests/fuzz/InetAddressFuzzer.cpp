@@ -1,9 +1,12 @@
 // InetAddress from fuzz text. A refusal is the std::invalid_argument-based exception and nothing
-// else; an accepted text prints a form that parses back to the same bytes; and every text the
-// system's inet_pton accepts is accepted with the same bytes.
+// else; an accepted text prints a form that parses back to the same bytes and an equal value
+// with the same hash; every text the system's inet_pton accepts is accepted with the same bytes;
+// unmapped() works exactly for mapped addresses; and an interface address over the value (the
+// prefix from the text's length) contains it, its network and its broadcast address.
 #include <arpa/inet.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -13,6 +16,7 @@
 #include <vector>
 
 #include "foundation/network/InetAddress.h"
+#include "foundation/network/InterfaceAddress.h"
 #include "fuzz/FuzzSupport.h"
 
 namespace {
@@ -61,5 +65,29 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FNFUZZ_CHECK(InetAddress(*bytes).bytes() == *bytes);
     (void)address.isLoopback();
     (void)address.isMulticast();
+    (void)address.isUnspecified();
+    (void)address.isLinkLocal();
+    (void)address.isPrivate();
+
+    const InetAddress reparsed(printed);
+    FNFUZZ_CHECK(reparsed == address && !(reparsed < address) && !(address < reparsed));
+    FNFUZZ_CHECK(reparsed.hashValue() == address.hashValue());
+    FNFUZZ_CHECK((InetAddress(*bytes) == address) == (address.scopeId() == 0));
+
+    bool mapped = true;
+    try {
+        const InetAddress inside = address.unmapped();
+        FNFUZZ_CHECK(inside.getVersion() == 4);
+        FNFUZZ_CHECK(std::equal(bytes->end() - 4, bytes->end(), inside.bytes().begin()));
+    } catch (const std::invalid_argument&) {
+        mapped = false;
+    }
+    FNFUZZ_CHECK(mapped == address.isV4Mapped());
+
+    const auto prefix = static_cast<unsigned short>(size % (bytes->size() * 8 + 1));
+    const foundation::network::InterfaceAddress network(address, prefix);
+    FNFUZZ_CHECK(network.contains(address));
+    FNFUZZ_CHECK(network.contains(network.network()) && network.contains(network.broadcast()));
+    FNFUZZ_CHECK(!(network.broadcast() < network.network()));
     return 0;
 }

@@ -69,6 +69,7 @@ void relativise(const IRI& target, const IRI& base) {
     }
     FNFUZZ_CHECK(fntest::unreachableByResolution(target, base) ||
                  fntest::keepsDotSegmentsOfTarget(relative, target, base) ||
+                 fntest::colonGuardMeetsKeptDots(relative, target, base) ||
                  fntest::baseHasUnseenDotSegment(base) ||
                  fntest::rootlessBaseGetsRooted(relative, target, base) ||
                  fntest::isOneDotDotTooFew(relative, target, base));

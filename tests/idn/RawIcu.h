@@ -6,7 +6,9 @@
 #include <unicode/idna.h>
 #include <unicode/unistr.h>
 
+#include <map>
 #include <memory>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 
@@ -17,24 +19,27 @@ struct RawIcuResult {
     uint32_t errors = 0;  ///< IDNAInfo::getErrors()
 };
 
-/// ICU's engine with default options, created once per test process.
-inline const icu::IDNA& rawEngine() {
-    static const std::unique_ptr<icu::IDNA> engine = [] {
+/// ICU's engine with these options, created once per options and test process.
+inline const icu::IDNA& rawEngine(uint32_t options = UIDNA_DEFAULT) {
+    static std::mutex mutex;
+    static std::map<uint32_t, std::unique_ptr<icu::IDNA>> engines;
+    const std::lock_guard<std::mutex> lock(mutex);
+    std::unique_ptr<icu::IDNA>& engine = engines[options];
+    if (!engine) {
         icu::ErrorCode status;
-        std::unique_ptr<icu::IDNA> created(icu::IDNA::createUTS46Instance(UIDNA_DEFAULT, status));
+        engine.reset(icu::IDNA::createUTS46Instance(options, status));
         if (status.isFailure()) {
             throw std::runtime_error(status.errorName());
         }
-        return created;
-    }();
+    }
     return *engine;
 }
 
-inline RawIcuResult rawToAscii(const icu::UnicodeString& name) {
+inline RawIcuResult rawToAscii(const icu::UnicodeString& name, uint32_t options = UIDNA_DEFAULT) {
     RawIcuResult result;
     icu::ErrorCode status;
     icu::IDNAInfo info;
-    rawEngine().nameToASCII(name, result.text, info, status);
+    rawEngine(options).nameToASCII(name, result.text, info, status);
     if (status.isFailure()) {
         throw std::runtime_error(status.errorName());
     }
@@ -42,11 +47,11 @@ inline RawIcuResult rawToAscii(const icu::UnicodeString& name) {
     return result;
 }
 
-inline RawIcuResult rawToUnicode(const icu::UnicodeString& name) {
+inline RawIcuResult rawToUnicode(const icu::UnicodeString& name, uint32_t options = UIDNA_DEFAULT) {
     RawIcuResult result;
     icu::ErrorCode status;
     icu::IDNAInfo info;
-    rawEngine().nameToUnicode(name, result.text, info, status);
+    rawEngine(options).nameToUnicode(name, result.text, info, status);
     if (status.isFailure()) {
         throw std::runtime_error(status.errorName());
     }

@@ -24,6 +24,7 @@ TEST(ConcurrencyTest, SharedValuesAndParallelCalls) {
             for (int i = 0; i < 50; ++i) {
                 const InetAddress copy = shared;
                 EXPECT_EQ(copy.toString(), "fe80::1%lo");
+                EXPECT_TRUE(copy == shared && copy.hashValue() == shared.hashValue());
                 // Each call makes its own resolver; an empty name fails without the network.
                 EXPECT_THROW(InetAddress::getAllByName(""), std::system_error);
                 const auto again = NetworkInterface::list();

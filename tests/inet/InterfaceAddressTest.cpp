@@ -3,8 +3,11 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 
+#include <random>
+#include <set>
 #include <stdexcept>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "foundation/network/AddressFactories.h"
@@ -12,6 +15,7 @@
 #include "inet/InetAddressImpl.h"
 #include "inet/InterfaceAddressImpl.h"
 #include "inet/MakeAddress.h"
+#include "support/Corpus.h"
 
 namespace {
 
@@ -167,6 +171,139 @@ TEST(InterfaceAddressTest, TheNetmaskConstructorIsIPv4Only) {
     EXPECT_THROW(InterfaceAddressImpl(v4mask, v6address), boost::asio::ip::bad_address_cast);
     EXPECT_EQ(InterfaceAddressImpl(boost::asio::ip::make_address("10.0.0.1"), v4mask).toString(),
               "10.0.0.1/8");
+}
+
+using Bytes = std::vector<unsigned char>;
+
+bool bit(const Bytes& bytes, std::size_t index) {
+    return ((bytes[index / 8] >> (7 - index % 8)) & 1) != 0;
+}
+
+// The reference: bit by bit, the first `prefix` bits of `network` followed by `host` bits.
+Bytes maskBitByBit(const Bytes& network, std::size_t prefix, bool host) {
+    Bytes out(network.size(), 0);
+    for (std::size_t i = 0; i < network.size() * 8; ++i) {
+        if (i < prefix ? bit(network, i) : host) {
+            out[i / 8] = static_cast<unsigned char>(out[i / 8] | (0x80 >> (i % 8)));
+        }
+    }
+    return out;
+}
+
+bool sameFirstBits(const Bytes& a, const Bytes& b, std::size_t prefix) {
+    for (std::size_t i = 0; i < prefix; ++i) {
+        if (bit(a, i) != bit(b, i)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// contains, network and broadcast against a bit-by-bit computation: every corpus address as a
+// network with a random prefix, asked about its neighbours across the prefix boundary (one bit
+// flipped just before, at and after it) and about random other corpus addresses.
+TEST(InterfaceAddressTest, ContainsNetworkAndBroadcastAgreeWithBitMasks) {
+    std::vector<Bytes> corpus;
+    for (const std::string& line : fntest::readLines("addrs.txt")) {
+        corpus.push_back(InetAddress(line).bytes());
+    }
+    std::mt19937 random(16);
+    std::size_t inside = 0, outside = 0;
+    for (const Bytes& bytes : corpus) {
+        const std::size_t width = bytes.size() * 8;
+        const auto prefix = static_cast<unsigned short>(random() % (width + 1));
+        const InterfaceAddress network(InetAddress(bytes), prefix);
+        SCOPED_TRACE(network.toString());
+        EXPECT_EQ(network.network().bytes(), maskBitByBit(bytes, prefix, false));
+        EXPECT_EQ(network.broadcast().bytes(), maskBitByBit(bytes, prefix, true));
+        EXPECT_TRUE(network.contains(network.network()) && network.contains(network.broadcast()));
+
+        std::vector<Bytes> candidates = {bytes, corpus[random() % corpus.size()]};
+        for (const std::size_t at :
+             {prefix - std::size_t{1}, std::size_t{prefix}, prefix + std::size_t{1}}) {
+            if (at < width) {
+                Bytes flipped = bytes;
+                flipped[at / 8] = static_cast<unsigned char>(flipped[at / 8] ^ (0x80 >> (at % 8)));
+                candidates.push_back(flipped);
+            }
+        }
+        for (const Bytes& candidate : candidates) {
+            const bool expected =
+                candidate.size() == bytes.size() && sameFirstBits(candidate, bytes, prefix);
+            EXPECT_EQ(network.contains(InetAddress(candidate)), expected)
+                << InetAddress(candidate).toString();
+            (expected ? inside : outside) += 1;
+        }
+    }
+    EXPECT_GT(inside, corpus.size());
+    EXPECT_GT(outside, corpus.size());
+}
+
+TEST(InterfaceAddressTest, ContainsAcrossVersionsAndScopes) {
+    struct Case {
+        const char* network;
+        unsigned short prefix;
+        const char* address;
+        bool contained;
+    };
+    const std::vector<Case> cases = {
+        {"192.168.1.20", 24, "192.168.1.255", true},
+        {"192.168.1.20", 24, "192.168.2.0", false},
+        {"192.168.1.20", 24, "::ffff:192.168.1.1", false},  // mapped: another version
+        {"::ffff:192.168.1.20", 120, "192.168.1.1", false},
+        {"::ffff:192.168.1.20", 120, "::ffff:192.168.1.1", true},
+        {"0.0.0.0", 0, "255.255.255.255", true},
+        {"0.0.0.0", 0, "::", false},
+        {"fe80::1", 64, "fe80::2%7", true},  // no scope on the network: any link
+        {"fe80::1%7", 64, "fe80::2", true},
+        {"fe80::1%7", 64, "fe80::2%7", true},
+        {"fe80::1%7", 64, "fe80::2%8", false},
+        {"2001:db8::1", 128, "2001:db8::1", true},
+        {"2001:db8::1", 128, "2001:db8::", false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.network) + "/" + std::to_string(c.prefix) + " " + c.address);
+        EXPECT_EQ(
+            InterfaceAddress(InetAddress(c.network), c.prefix).contains(InetAddress(c.address)),
+            c.contained);
+    }
+    // network() and broadcast() keep the scope id; /31 and /32 have no host bits to spare.
+    EXPECT_EQ(InterfaceAddress(InetAddress("fe80::1%7"), 64).network().toString(), "fe80::%7");
+    EXPECT_EQ(InterfaceAddress(InetAddress("fe80::1%7"), 126).broadcast().toString(), "fe80::3%7");
+    EXPECT_EQ(InterfaceAddress(InetAddress("10.0.0.8"), 31).broadcast().toString(), "10.0.0.9");
+    EXPECT_EQ(InterfaceAddress(InetAddress("10.0.0.8"), 32).broadcast().toString(), "10.0.0.8");
+    EXPECT_EQ(InterfaceAddress().broadcast().toString(), "255.255.255.255");
+}
+
+TEST(InterfaceAddressTest, EqualityOrderAndHashCoverAddressAndPrefix) {
+    // Distinct values, in their order.
+    const std::vector<InterfaceAddress> ordered = {
+        InterfaceAddress(InetAddress("10.0.0.1"), 8),
+        InterfaceAddress(InetAddress("10.0.0.1"), 24),
+        InterfaceAddress(InetAddress("10.0.0.2"), 8),
+        InterfaceAddress(InetAddress("fe80::1"), 64),
+        InterfaceAddress(InetAddress("fe80::1%1"), 64),
+        InterfaceAddress(InetAddress("fe80::2"), 10),
+    };
+    std::set<InterfaceAddress> set;
+    std::unordered_set<InterfaceAddress> hashed;
+    for (std::size_t i = 0; i < ordered.size(); ++i) {
+        const InterfaceAddress& value = ordered[i];
+        const InterfaceAddress same(value.getInetAddress(), value.prefixLength());  // another impl
+        EXPECT_EQ(value, same);
+        EXPECT_EQ(value.hashValue(), same.hashValue());
+        EXPECT_EQ(std::hash<InterfaceAddress>()(value), same.hashValue());
+        EXPECT_FALSE(value < same || same < value);
+        for (std::size_t j = 0; j < ordered.size(); ++j) {
+            EXPECT_EQ(value < ordered[j], i < j)
+                << value.toString() << " " << ordered[j].toString();
+            EXPECT_EQ(value == ordered[j], i == j);
+        }
+        set.insert({value, same});
+        hashed.insert({value, same});
+    }
+    EXPECT_EQ(set.size(), ordered.size());
+    EXPECT_EQ(hashed.size(), ordered.size());
 }
 
 TEST(HardwareAddressTest, BytesPrintAsLowerCaseHexPairs) {

@@ -10,7 +10,8 @@
 //                                       rounds over: NAME<TAB>same|differ<TAB>ADDRESS,... sorted
 //                                       (or the error text), one line per name
 //   interfaces                          NetworkInterface::list(), one interface per line:
-//                                       NAME UP LOOPBACK MULTICAST MAC ADDRESS/PREFIX,...
+//                                       NAME UP LOOPBACK MULTICAST MAC INDEX MTU
+//                                       ADDRESS/PREFIX,...
 //   all-interfaces                      the same for every interface the system lists, before
 //                                       filtering, with a last field 1 when list() keeps it
 // A failure prints: error<TAB>KIND<TAB>CATEGORY<TAB>VALUE<TAB>WHAT (exit status 1).
@@ -44,7 +45,8 @@ void printAddress(const InetAddress& address) {
 void printInterface(const foundation::network::NetworkInterface& interface) {
     std::cout << interface.getIdentifier() << '\t' << interface.isUp() << '\t'
               << interface.isLoopback() << '\t' << interface.supportsMulticast() << '\t'
-              << interface.getHardwareAddress().toString() << '\t';
+              << interface.getHardwareAddress().toString() << '\t' << interface.getIndex() << '\t'
+              << interface.getMtu() << '\t';
     const auto addresses = interface.getInterfaceAddresses();
     for (std::size_t i = 0; i < addresses.size(); ++i) {
         std::cout << (i == 0 ? "" : ",") << addresses[i].toString();

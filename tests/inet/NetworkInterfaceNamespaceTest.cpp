@@ -1,5 +1,6 @@
 // NetworkInterface::list() against the real kernel, in a network namespace built by the test,
-// compared field by field with what `ip -j addr show` reports for the same namespace.
+// compared field by field with what `ip -j addr show` (the `ip -j link` report with the
+// addresses added) says about the same namespace.
 #include "foundation/network/NetworkInterface.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,14 +23,14 @@ using fntest::NetworkNamespace;
 
 // One interface as the probe prints it (and as expected from ip's report).
 struct Row {
-    std::string name, up, loopback, multicast, mac, addresses, listed;
+    std::string name, up, loopback, multicast, mac, index, mtu, addresses, listed;
     bool operator==(const Row&) const = default;
 };
 
 std::ostream& operator<<(std::ostream& out, const Row& row) {
     return out << row.name << " up=" << row.up << " loopback=" << row.loopback
-               << " multicast=" << row.multicast << " mac=" << row.mac << " [" << row.addresses
-               << "] listed=" << row.listed;
+               << " multicast=" << row.multicast << " mac=" << row.mac << " index=" << row.index
+               << " mtu=" << row.mtu << " [" << row.addresses << "] listed=" << row.listed;
 }
 
 Row parseRow(const std::string& line) {
@@ -40,8 +42,16 @@ Row parseRow(const std::string& line) {
             fields.back() += c;
         }
     }
-    fields.resize(7);
-    return {fields[0], fields[1], fields[2], fields[3], fields[4], fields[5], fields[6]};
+    fields.resize(9);
+    return {fields[0], fields[1], fields[2], fields[3], fields[4],
+            fields[5], fields[6], fields[7], fields[8]};
+}
+
+// The row without the numbers the kernel picks (index; MTU where the test set none).
+Row withoutNumbers(Row row) {
+    row.index.clear();
+    row.mtu.clear();
+    return row;
 }
 
 bool hasFlag(const json::object& link, const char* flag) {
@@ -68,6 +78,8 @@ Row expectedRow(const json::object& link) {
     if (!loopback && link.at("link_type").as_string() == "ether") {
         row.mac = json::value_to<std::string>(link.at("address"));
     }
+    row.index = std::to_string(link.at("ifindex").as_int64());
+    row.mtu = std::to_string(link.at("mtu").as_int64());
     bool hasAddress = false;
     for (const auto& value : link.at("addr_info").as_array()) {
         const auto& info = value.as_object();
@@ -98,6 +110,9 @@ std::unique_ptr<NetworkNamespace> makeInterfaceHost() {
     ns->ip("addr add fd12::1/64 dev if0 nodad");
     ns->ip("addr add fd12:0:0:1::2/56 dev if0 nodad");
     ns->ip("addr add fe80::2/64 dev if1 nodad");
+    // MTUs of our own, so that a default cannot pass for a value read.
+    ns->ip("link set if0 mtu 1400");
+    ns->ip("link set if1 mtu 9000");
     ns->ip("link set if0 up");
     ns->ip("link set if1 up");
     // A bridge that is down.
@@ -168,16 +183,27 @@ TEST_F(NetworkInterfaceNamespaceTest, EveryInterfaceMatchesWhatIpReports) {
         byName[row.name] = row;
     }
     ASSERT_EQ(byName.size(), 8u);
-    EXPECT_EQ(byName["lo"], (Row{"lo", "1", "1", "0", "", "127.0.0.1/8,::1/128", "1"}));
+    EXPECT_EQ(byName["lo"],
+              (Row{"lo", "1", "1", "0", "", "1", "65536", "127.0.0.1/8,::1/128", "1"}));
+    EXPECT_EQ(byName["if0"].mtu, "1400");
+    EXPECT_EQ(byName["if1"].mtu, "9000");
+    std::set<std::string> indexes;
+    for (const auto& row : rows) {
+        indexes.insert(row.index);
+    }
+    EXPECT_EQ(indexes.size(), rows.size()) << "an index is the interface's own";
     EXPECT_EQ(byName["if0"].mac, "02:00:00:00:0a:01");
     EXPECT_EQ(byName["if0"].addresses.find("10.202.0.1/24,"), 0u) << byName["if0"].addresses;
     EXPECT_NE(byName["if0"].addresses.find("fd12::1/64"), std::string::npos);
     EXPECT_NE(byName["if0"].addresses.find("fd12:0:0:1::2/56"), std::string::npos);
-    EXPECT_EQ(byName["if1"], (Row{"if1", "1", "0", "1", "02:00:00:00:0a:02", "fe80::2/64", "1"}));
-    EXPECT_EQ(byName["br0"], (Row{"br0", "0", "0", "1", "02:00:00:00:0a:03", "", "0"}));
-    EXPECT_EQ(byName["na0"], (Row{"na0", "1", "0", "1", "02:00:00:00:0a:04", "", "0"}));
-    EXPECT_EQ(byName["nc0"],
-              (Row{"nc0", "0", "0", "1", "02:00:00:00:0a:05", "10.203.0.1/24", "0"}));
+    EXPECT_EQ(withoutNumbers(byName["if1"]),
+              (Row{"if1", "1", "0", "1", "02:00:00:00:0a:02", "", "", "fe80::2/64", "1"}));
+    EXPECT_EQ(withoutNumbers(byName["br0"]),
+              (Row{"br0", "0", "0", "1", "02:00:00:00:0a:03", "", "", "", "0"}));
+    EXPECT_EQ(withoutNumbers(byName["na0"]),
+              (Row{"na0", "1", "0", "1", "02:00:00:00:0a:04", "", "", "", "0"}));
+    EXPECT_EQ(withoutNumbers(byName["nc0"]),
+              (Row{"nc0", "0", "0", "1", "02:00:00:00:0a:05", "", "", "10.203.0.1/24", "0"}));
     EXPECT_EQ(byName["nc1"].up, "0");
 }
 

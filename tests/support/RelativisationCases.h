@@ -62,6 +62,18 @@ inline bool keepsDotSegmentsOfTarget(const foundation::network::IRI& relative,
            relative.getPath(asWritten) == path;
 }
 
+/// A target path with dot segments whose first segment holds ":", against a base with an
+/// authority and an empty path: the relative path that would keep the dots reads as a scheme,
+/// and the "./" that protects it is itself a dot segment ("s://h/a:b/../c" gives "./a:b/../c").
+inline bool colonGuardMeetsKeptDots(const foundation::network::IRI& relative,
+                                    const foundation::network::IRI& target,
+                                    const foundation::network::IRI& base) {
+    const foundation::network::iri::Encoding asWritten(1);
+    const std::u16string path = target.getPath(asWritten);
+    return hasDotSegment(path) && base.getPath(asWritten).empty() && !path.empty() &&
+           relative.getPath(asWritten) == u"./" + path.substr(1);
+}
+
 /// A base path whose only dot segment is a "." before the final "/" ("/a/./"): the scan does not
 /// see it, so relativisation counts it as a directory while resolution, through the "../" of the
 /// result, removes it.

@@ -16,19 +16,44 @@ fntest::CommandResult fnet(std::vector<std::string> arguments) {
 TEST(InetCommandsTest, AddrPrintsEveryKeyAndFailsOnNonLiterals) {
     const auto ok = fnet({"addr", "--json", "127.0.0.1", "ff02::1"});
     EXPECT_EQ(ok.status, 0);
-    EXPECT_EQ(
-        ok.out,
-        "{\"input\":\"127.0.0.1\",\"version\":4,\"loopback\":true,\"multicast\":false,"
-        "\"bytes\":[127,0,0,1],\"text\":\"127.0.0.1\",\"error\":null}\n"
-        "{\"input\":\"ff02::1\",\"version\":6,\"loopback\":false,\"multicast\":true,"
-        "\"bytes\":[255,2,0,0,0,0,0,0,0,0,0,0,0,0,0,1],\"text\":\"ff02::1\",\"error\":null}\n");
+    EXPECT_EQ(ok.out,
+              "{\"input\":\"127.0.0.1\",\"version\":4,\"loopback\":true,\"multicast\":false,"
+              "\"unspecified\":false,\"linkLocal\":false,\"private\":false,\"v4Mapped\":false,"
+              "\"unmapped\":null,\"scopeId\":0,\"bytes\":[127,0,0,1],\"text\":\"127.0.0.1\","
+              "\"error\":null}\n"
+              "{\"input\":\"ff02::1\",\"version\":6,\"loopback\":false,\"multicast\":true,"
+              "\"unspecified\":false,\"linkLocal\":false,\"private\":false,\"v4Mapped\":false,"
+              "\"unmapped\":null,\"scopeId\":0,\"bytes\":[255,2,0,0,0,0,0,0,0,0,0,0,0,0,0,1],"
+              "\"text\":\"ff02::1\",\"error\":null}\n");
+
+    // Plain output: the words of the predicates that hold, the address inside a mapped one, a
+    // scope id other than 0.
+    const struct {
+        const char* input;
+        const char* line;
+    } plain[] = {
+        {"192.0.2.1", "192.0.2.1\tIPv4\tbytes 192 0 2 1"},
+        {"0.0.0.0", "0.0.0.0\tIPv4\tunspecified\tbytes 0 0 0 0"},
+        {"169.254.1.2", "169.254.1.2\tIPv4\tlink-local\tbytes 169 254 1 2"},
+        {"172.31.0.1", "172.31.0.1\tIPv4\tprivate\tbytes 172 31 0 1"},
+        {"fe80::1%9",
+         "fe80::1%9\tIPv6\tlink-local\tscope 9\tbytes 254 128 0 0 0 0 0 0 0 0 0 0 0 0 0 1"},
+        {"::ffff:127.0.0.1",
+         "::ffff:127.0.0.1\tIPv6\tv4-mapped\tunmapped 127.0.0.1\tbytes 0 0 0 0 0 0 0 0 0 0 255 255 "
+         "127 0 0 1"},
+    };
+    for (const auto& c : plain) {
+        EXPECT_EQ(fnet({"addr", c.input}).out, std::string(c.line) + "\n");
+    }
 
     const auto mixed = fnet({"addr", "--json", "--", "localhost", "10.0.0.1"});
     EXPECT_EQ(mixed.status, 1);  // the name is refused, the literal still printed
     const auto lines = fntest::lines(mixed.out);
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0].rfind("{\"input\":\"localhost\",\"version\":null,\"loopback\":null,"
-                             "\"multicast\":null,\"bytes\":null,\"text\":null,\"error\":\"",
+                             "\"multicast\":null,\"unspecified\":null,\"linkLocal\":null,"
+                             "\"private\":null,\"v4Mapped\":null,\"unmapped\":null,"
+                             "\"scopeId\":null,\"bytes\":null,\"text\":null,\"error\":\"",
                              0),
               0u)
         << lines[0];
@@ -70,6 +95,7 @@ TEST(InetCommandsTest, CommandsInAHermeticHost) {
         "link add ta0 address 02:00:00:00:0b:01 type veth peer name ta1 address "
         "02:00:00:00:0b:02");
     host.ip("link set ta0 addrgenmode none");
+    host.ip("link set ta0 mtu 1280");
     host.ip("link set ta1 addrgenmode none");
     host.ip("addr add 10.204.0.1/24 dev ta0");
     host.ip("addr add fd14::1/64 dev ta0 nodad");
@@ -106,13 +132,21 @@ TEST(InetCommandsTest, CommandsInAHermeticHost) {
 
     const auto listed = inHost({"interfaces", "--json"});
     EXPECT_EQ(listed.status, 0);
+    // lo is always 1; the pair is numbered as the kernel chose.
+    const std::string index = host.exec({"cat", "/sys/class/net/ta0/ifindex"}).out;
+    ASSERT_FALSE(index.empty());
     EXPECT_EQ(listed.out,
-              "{\"name\":\"lo\",\"up\":true,\"loopback\":true,\"multicast\":false,\"mac\":\"\","
-              "\"addresses\":[\"127.0.0.1/8\",\"::1/128\"],\"error\":null}\n"
-              "{\"name\":\"ta0\",\"up\":true,\"loopback\":false,\"multicast\":true,"
-              "\"mac\":\"02:00:00:00:0b:01\",\"addresses\":[\"10.204.0.1/24\",\"fd14::1/64\"],"
-              "\"error\":null}\n");
-    EXPECT_NE(inHost({"interfaces"}).out.find("02:00:00:00:0b:01 10.204.0.1/24 fd14::1/64\n"),
+              "{\"name\":\"lo\",\"index\":1,\"mtu\":65536,\"up\":true,\"loopback\":true,"
+              "\"multicast\":false,\"mac\":\"\",\"addresses\":[\"127.0.0.1/8\",\"::1/128\"],"
+              "\"error\":null}\n"
+              "{\"name\":\"ta0\",\"index\":" +
+                  index.substr(0, index.size() - 1) +
+                  ",\"mtu\":1280,\"up\":true,\"loopback\":false,\"multicast\":true,"
+                  "\"mac\":\"02:00:00:00:0b:01\",\"addresses\":[\"10.204.0.1/24\","
+                  "\"fd14::1/64\"],\"error\":null}\n");
+    EXPECT_NE(inHost({"interfaces"})
+                  .out.find("02:00:00:00:0b:01 index " + index.substr(0, index.size() - 1) +
+                            " mtu 1280 10.204.0.1/24 fd14::1/64\n"),
               std::string::npos);
 }
 

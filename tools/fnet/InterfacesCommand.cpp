@@ -15,7 +15,8 @@ namespace {
 
 using foundation::network::NetworkInterface;
 
-const RecordKeys kKeys = {"name", "up", "loopback", "multicast", "mac", "addresses"};
+const RecordKeys kKeys = {"name",     "index",     "mtu", "up",
+                          "loopback", "multicast", "mac", "addresses"};
 
 Outcome describe(const NetworkInterface& interface) {
     std::vector<std::string> addresses;
@@ -25,15 +26,19 @@ Outcome describe(const NetworkInterface& interface) {
     const std::string mac = interface.getHardwareAddress().toString();
     Outcome outcome;
     outcome.keys["name"] = jsonSafe(interface.getIdentifier());
+    outcome.keys["index"] = interface.getIndex();
+    outcome.keys["mtu"] = interface.getMtu();
     outcome.keys["up"] = interface.isUp();
     outcome.keys["loopback"] = interface.isLoopback();
     outcome.keys["multicast"] = interface.supportsMulticast();
     outcome.keys["mac"] = jsonSafe(mac);
     setTexts(outcome.keys["addresses"], addresses);
-    // In the manner of `ip -br addr`: name, state, link-layer address, addresses.
+    // In the manner of `ip -br addr`: name, state, link-layer address, then the index and MTU,
+    // then the addresses.
     std::ostringstream line;
     line << std::left << std::setw(16) << interface.getIdentifier() << " " << std::setw(6)
-         << (interface.isUp() ? "UP" : "DOWN") << " " << std::setw(17) << (mac.empty() ? "-" : mac);
+         << (interface.isUp() ? "UP" : "DOWN") << " " << std::setw(17) << (mac.empty() ? "-" : mac)
+         << " index " << interface.getIndex() << " mtu " << interface.getMtu();
     for (const auto& address : addresses) {
         line << " " << address;
     }
@@ -46,10 +51,11 @@ Outcome describe(const NetworkInterface& interface) {
 int runInterfaces(int argc, char** argv) {
     Cli cli("interfaces", "[--json]",
             "Lists the host's interfaces that are up and running and carry an IP address: name,\n"
-            "state, link-layer address and addresses with prefix lengths, in the system's order,\n"
-            "one line per interface (in the manner of `ip -br addr`). With --json: one object per\n"
-            "interface with the keys name, up, loopback, multicast, mac (\"\" when none),\n"
-            "addresses (\"ADDRESS/PREFIX\" texts) and error (null, or the system's message).");
+            "state, link-layer address, \"index\" and the kernel's index, \"mtu\" and the MTU,\n"
+            "and addresses with prefix lengths, in the system's order, one line per interface\n"
+            "(in the manner of `ip -br addr`). With --json: one object per interface with the\n"
+            "keys name, index, mtu, up, loopback, multicast, mac (\"\" when none), addresses\n"
+            "(\"ADDRESS/PREFIX\" texts) and error (null, or the system's message).");
     cli.takesNoInput();
     if (const auto status = cli.parse(argc, argv)) {
         return *status;

@@ -4,6 +4,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,6 +19,14 @@ class InetAddressImpl;
 
 /// An immutable IPv4 or IPv6 address value. Copies share one implementation object, so an
 /// address is cheap to copy and may be read from any number of threads at once.
+///
+/// Two addresses are equal when their version, bytes and scope id are; the host name does not
+/// count. `<` orders IPv4 before IPv6, then by bytes, then by scope id, and `std::hash` agrees
+/// with `==`, so an address can key a `std::map` or a `std::unordered_set`.
+///
+/// The predicates judge an IPv4-mapped IPv6 address (::ffff:a.b.c.d) by the IPv6 rules, as the
+/// system's socket calls see it: `InetAddress("::ffff:127.0.0.1").isLoopback()` is false. To ask
+/// about the IPv4 address inside, test `isV4Mapped()` and ask `unmapped()`.
 ///
 /// Lookups (`getByName`, `getAllByName`, `getLocalHost`, `getHostName` without a stored name,
 /// `getCanonicalHostName`) run the system resolver synchronously on the calling thread and
@@ -69,6 +80,30 @@ public:
     /// Does not throw.
     bool isMulticast() const;
 
+    /// IPv4: 0.0.0.0; IPv6: ::. Does not throw.
+    bool isUnspecified() const;
+
+    /// IPv4: 169.254.0.0/16; IPv6: fe80::/10. Does not throw.
+    bool isLinkLocal() const;
+
+    /// IPv4: the private ranges 10.0.0.0/8, 172.16.0.0/12 and 192.168.0.0/16; IPv6: the unique
+    /// local addresses fc00::/7. Does not throw.
+    bool isPrivate() const;
+
+    /// Whether this is an IPv4-mapped IPv6 address, ::ffff:0:0/96. Does not throw.
+    bool isV4Mapped() const;
+
+    /// The IPv4 address inside an IPv4-mapped one (::ffff:192.0.2.1 gives 192.0.2.1), with the
+    /// same host name. @throws std::invalid_argument "Not an IPv4-mapped address: TEXT" for any
+    /// other address.
+    InetAddress unmapped() const;
+
+    /// The IPv6 scope id (an interface index; 0 when none), 0 for IPv4. Does not throw.
+    std::uint32_t scopeId() const;
+
+    /// A hash of the bytes and the scope id, the same for equal addresses. Does not throw.
+    std::size_t hashValue() const noexcept;
+
     /// The numeric text of the address (an IPv6 scope id appended after '%'); never the host
     /// name. Does not block.
     std::string toString() const;
@@ -88,6 +123,16 @@ public:
     /// (a stored host name is not used). Blocks. @throws std::system_error.
     std::string getCanonicalHostName() const;
 
+    /// Equal version, bytes and scope id; host names are not compared. Does not throw.
+    friend FOUNDATION_NETWORK_API bool operator==(const InetAddress& a,
+                                                  const InetAddress& b) noexcept;
+    friend bool operator!=(const InetAddress& a, const InetAddress& b) noexcept {
+        return !(a == b);
+    }
+    /// IPv4 before IPv6, then the bytes as unsigned numbers, then the scope id. Does not throw.
+    friend FOUNDATION_NETWORK_API bool operator<(const InetAddress& a,
+                                                 const InetAddress& b) noexcept;
+
 private:
     friend FOUNDATION_NETWORK_API const InetAddressImpl& getInetAddressImpl(
         const InetAddress& address);
@@ -104,3 +149,11 @@ FOUNDATION_NETWORK_API const InetAddressImpl& getInetAddressImpl(const InetAddre
 FOUNDATION_NETWORK_API std::string getLocalHostName();
 
 }  // namespace foundation::network
+
+/// Hashes version, bytes and scope id (`InetAddress::hashValue`).
+template <>
+struct std::hash<foundation::network::InetAddress> {
+    std::size_t operator()(const foundation::network::InetAddress& address) const noexcept {
+        return address.hashValue();
+    }
+};

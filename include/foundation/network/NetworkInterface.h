@@ -47,6 +47,14 @@ public:
     /// The IP addresses alone (host names empty), in the same order, duplicates kept.
     std::vector<InetAddress> getInetAddresses() const;
 
+    /// The kernel's index of the interface (`if_nametoindex`; the number an IPv6 scope id
+    /// names), 0 if the interface was gone before it could be read.
+    unsigned getIndex() const;
+
+    /// The MTU in bytes as the system reported it when the list was made (`SIOCGIFMTU`), 0 if
+    /// it could not be read.
+    unsigned getMtu() const;
+
     /// Whether the interface is both up and running.
     bool isUp() const;
 

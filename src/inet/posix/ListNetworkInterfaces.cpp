@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "foundation/network/AddressFactories.h"
+#include "inet/posix/LinkProperties.h"
 
 #if defined(AF_LINK)
 #include "inet/osx/LinkRecord.h"
@@ -20,9 +21,12 @@ namespace foundation::network::posix {
 
 namespace {
 
-std::shared_ptr<NetworkInterfaceImpl> newInterface(const ifaddrs& entry) {
+std::shared_ptr<NetworkInterfaceImpl> newInterface(const ifaddrs& entry,
+                                                   const LinkProperties& properties) {
     auto impl = std::make_shared<NetworkInterfaceImpl>();
     impl->identifier = entry.ifa_name;
+    impl->index = LinkProperties::index(impl->identifier);
+    impl->mtu = properties.mtu(impl->identifier);
     impl->up = (entry.ifa_flags & IFF_UP) != 0 && (entry.ifa_flags & IFF_RUNNING) != 0;
     impl->loopback = (entry.ifa_flags & IFF_LOOPBACK) != 0;
     impl->multicast = (entry.ifa_flags & IFF_MULTICAST) != 0;
@@ -40,6 +44,7 @@ void setHardwareAddress(NetworkInterfaceImpl& impl, HardwareAddress address) {
 
 std::vector<std::shared_ptr<NetworkInterfaceImpl>> listNetworkInterfaces(ifaddrs* list) {
     std::vector<std::shared_ptr<NetworkInterfaceImpl>> interfaces;
+    const LinkProperties properties;
     for (const ifaddrs* entry = list; entry != nullptr; entry = entry->ifa_next) {
         if (entry->ifa_addr == nullptr) {
             continue;
@@ -49,7 +54,8 @@ std::vector<std::shared_ptr<NetworkInterfaceImpl>> listNetworkInterfaces(ifaddrs
                 return std::strcmp(impl->identifier.c_str(), entry->ifa_name) == 0;
             });
         NetworkInterfaceImpl& impl =
-            found != interfaces.end() ? **found : *interfaces.emplace_back(newInterface(*entry));
+            found != interfaces.end() ? **found
+                                      : *interfaces.emplace_back(newInterface(*entry, properties));
         switch (entry->ifa_addr->sa_family) {
             case AF_INET:
                 impl.interfaceAddresses.push_back(

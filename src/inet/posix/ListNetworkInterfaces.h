@@ -16,8 +16,9 @@ namespace foundation::network::posix {
 /// address are skipped; the flags come from a name's first entry that has one; IPv4 and IPv6
 /// entries add interface addresses (a non-contiguous IPv4 netmask throws
 /// std::invalid_argument); link records set the hardware address (the last one wins, and
-/// loopback interfaces keep none); other families are ignored. A null list gives an empty
-/// result. The list stays the caller's: it is never freed here.
+/// loopback interfaces keep none); other families are ignored. Each interface's index and MTU
+/// are read by name when it is first met (0 for names the system does not know). A null list gives
+/// an empty result. The list stays the caller's: it is never freed here.
 std::vector<std::shared_ptr<NetworkInterfaceImpl>> listNetworkInterfaces(ifaddrs* list);
 
 /// A system list with the function that releases it (freeifaddrs for a real one).
