@@ -48,8 +48,7 @@ std::u16string IdnConverterImpl::convert(EngineOperation operation,
     if (status.isFailure()) {
         throwIcuError(status.get());
     }
-    return std::u16string(destination.getBuffer(),
-                          static_cast<std::size_t>(destination.length()));
+    return std::u16string(destination.getBuffer(), static_cast<std::size_t>(destination.length()));
 }
 
 }  // namespace foundation::network

@@ -16,9 +16,8 @@ class IdnConverterImpl {
 public:
     /// One of icu::IDNA::nameToASCII and icu::IDNA::nameToUnicode.
     using EngineOperation = icu::UnicodeString& (icu::IDNA::*)(const icu::UnicodeString&,
-                                                                icu::UnicodeString&,
-                                                                icu::IDNAInfo&,
-                                                                UErrorCode&) const;
+                                                               icu::UnicodeString&, icu::IDNAInfo&,
+                                                               UErrorCode&) const;
 
     /// Creates the engine with options 0 (UIDNA_DEFAULT). Throws IdnConverterException with
     /// ICU's error name when ICU cannot create it.

@@ -1,6 +1,7 @@
 #include "inet/InetAddressImpl.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include <boost/system/system_error.hpp>
 
@@ -41,7 +42,7 @@ ip::address fromText(const std::string& text) {
 
 }  // namespace
 
-InetAddressImpl::InetAddressImpl(boost::asio::ip::address address) : address_(address) {}
+InetAddressImpl::InetAddressImpl(boost::asio::ip::address address) : address_(std::move(address)) {}
 
 InetAddressImpl::InetAddressImpl(const std::array<unsigned char, 4>& bytes)
     : address_(ip::address_v4(bytes)) {}

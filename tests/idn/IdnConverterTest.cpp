@@ -47,7 +47,8 @@ TEST(IdnConverterTest, ToAsciiMapsAndEncodes) {
     };
     const IdnConverter converter;
     for (const auto& c : cases) {
-        EXPECT_EQ(converter.toAscii(c.unicode), c.ascii) << fntest::utf8(fntest::icuString(c.unicode));
+        EXPECT_EQ(converter.toAscii(c.unicode), c.ascii)
+            << fntest::utf8(fntest::icuString(c.unicode));
         EXPECT_EQ(idn_to_ascii(c.unicode), c.ascii);
     }
 }
@@ -63,7 +64,9 @@ TEST(IdnConverterTest, ToUnicodeDecodes) {
         {"xn--j50i.cn", u"\U00020000.cn"},
         {"fass.de", u"fass.de"},
         // Narrow input is read as UTF-8, so a Unicode name is accepted and mapped.
-        {"B\xc3\x9c" "cher.example", u"b\u00fccher.example"},
+        {"B\xc3\x9c"
+         "cher.example",
+         u"b\u00fccher.example"},
         {"fa\xc3\x9f.de", u"fass.de"},
     };
     const IdnConverter converter;
@@ -77,19 +80,19 @@ TEST(IdnConverterTest, ToUnicodeDecodes) {
 // in a toward-ASCII result arrive as UTF-8.
 TEST(IdnConverterTest, LabelErrorsPassThroughAsIcuText) {
     const std::u16string names[] = {
-        u"a\uE000b.com",               // private use: disallowed
-        u"a\u0080b.com",               // C1 control character: disallowed
-        u"a..b",                       // empty label
-        u".example",                   // empty first label
+        u"a\uE000b.com",                     // private use: disallowed
+        u"a\u0080b.com",                     // C1 control character: disallowed
+        u"a..b",                             // empty label
+        u".example",                         // empty first label
         std::u16string(64, u'a') + u".com",  // label over 63 characters
-        std::u16string(300, u'a'),     // name over 253 characters
-        u"xn--a.com",                  // Punycode that decodes to ASCII only
-        u"xn--999999999999.com",       // Punycode that overflows
-        u"-start.com",                 // leading hyphen
-        u"ab--c.com",                  // hyphens in the third and fourth places
-        u"\u0301x.com",                // label starting with a combining mark
-        u"\xD800x.com",                // unpaired surrogate
-        u"B\u00fccher\uE000.example",  // stays Unicode: its result is UTF-8
+        std::u16string(300, u'a'),           // name over 253 characters
+        u"xn--a.com",                        // Punycode that decodes to ASCII only
+        u"xn--999999999999.com",             // Punycode that overflows
+        u"-start.com",                       // leading hyphen
+        u"ab--c.com",                        // hyphens in the third and fourth places
+        u"\u0301x.com",                      // label starting with a combining mark
+        u"\xD800x.com",                      // unpaired surrogate
+        u"B\u00fccher\uE000.example",        // stays Unicode: its result is UTF-8
     };
     const IdnConverter converter;
     for (const auto& name : names) {
@@ -100,7 +103,8 @@ TEST(IdnConverterTest, LabelErrorsPassThroughAsIcuText) {
         EXPECT_EQ(converter.toAscii(name), fntest::utf8(toAscii.text));
 
         const std::string narrow = fntest::utf8(source);
-        const fntest::RawIcuResult toUnicode = fntest::rawToUnicode(icu::UnicodeString::fromUTF8(narrow));
+        const fntest::RawIcuResult toUnicode =
+            fntest::rawToUnicode(icu::UnicodeString::fromUTF8(narrow));
         EXPECT_EQ(converter.toUnicode(narrow), fntest::u16(toUnicode.text));
     }
 }

@@ -75,8 +75,7 @@ TEST(RelativisationTest, ResultsResolveBack) {
         const IRI target(u16(c.target));
         const IRI base(u16(c.base));
         const IRI relative = target.makeRelativeTo(base);
-        EXPECT_EQ(utf8(relative.toString(false)), c.relative)
-            << c.target << " against " << c.base;
+        EXPECT_EQ(utf8(relative.toString(false)), c.relative) << c.target << " against " << c.base;
         EXPECT_EQ(relative.resolveAgainst(base), target) << c.target << " against " << c.base;
     }
 }
@@ -179,10 +178,10 @@ TEST(RelativisationTest, CorpusPairsRoundTrip) {
                     continue;
                 }
                 const bool oneTooFew = fntest::isOneDotDotTooFew(relative, *target, *base);
-                EXPECT_TRUE(oneTooFew) << utf8(target->toString(false)) << " against "
-                                       << utf8(base->toString(false)) << " gave "
-                                       << utf8(relative.toString(false)) << ", resolving to "
-                                       << utf8(back.toString(false));
+                EXPECT_TRUE(oneTooFew)
+                    << utf8(target->toString(false)) << " against " << utf8(base->toString(false))
+                    << " gave " << utf8(relative.toString(false)) << ", resolving to "
+                    << utf8(back.toString(false));
                 kept += oneTooFew ? 1 : 0;
             }
         }
