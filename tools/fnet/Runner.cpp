@@ -23,8 +23,6 @@ namespace {
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 // Standard input is read in blocks of up to this size (a pipe gives what it holds at once).
 constexpr std::size_t kReadSize = std::size_t{1} << 20;
-// Below this many inputs per thread a block is not worth splitting.
-constexpr std::size_t kMinInputsPerWorker = 64;
 
 void put(std::FILE* stream, const std::string& text) {
     if (!text.empty()) {
@@ -66,11 +64,12 @@ struct Worker {
 class Engine {
 public:
     Engine(const Cli& cli, const RecordKeys& keys, const std::function<Handler()>& makeHandler,
-           std::size_t group)
+           InputShape shape)
         : cli_(cli),
           keys_(keys),
           makeHandler_(makeHandler),
-          group_(group),
+          group_(shape.group),
+          perThread_(shape.perThread),
           interactive_(::isatty(STDOUT_FILENO) == 1),
           maxWorkers_(interactive_ ? 1 : cli.jobs()) {}
 
@@ -161,7 +160,7 @@ private:
             return;
         }
         const std::size_t workers =
-            std::clamp<std::size_t>(count / kMinInputsPerWorker, 1, interactive_ ? 1 : maxWorkers_);
+            std::clamp<std::size_t>(count / perThread_, 1, interactive_ ? 1 : maxWorkers_);
         while (workers_.size() < workers) {  // made here, never on a worker thread
             workers_.push_back(std::make_unique<Worker>());
             workers_.back()->handler = makeHandler_();
@@ -269,6 +268,7 @@ private:
     const RecordKeys& keys_;
     const std::function<Handler()>& makeHandler_;
     const std::size_t group_;
+    const std::size_t perThread_;
     const bool interactive_;
     const std::size_t maxWorkers_;
     std::vector<std::unique_ptr<Worker>> workers_;
@@ -280,8 +280,8 @@ private:
 }  // namespace
 
 int runInputs(const Cli& cli, std::size_t from, const RecordKeys& keys,
-              const std::function<Handler()>& makeHandler, std::size_t group) {
-    Engine engine(cli, keys, makeHandler, group);
+              const std::function<Handler()>& makeHandler, InputShape shape) {
+    Engine engine(cli, keys, makeHandler, shape);
     std::vector<std::string_view> given;
     const auto& arguments = cli.arguments();
     for (std::size_t i = from; i <= arguments.size(); ++i) {
