@@ -94,48 +94,56 @@ public:
     }
 
     void readStandardInput() {
-        std::string buffer;
+        // Grown only when a line outgrows it, never cleared: a read of a few bytes (a person
+        // typing, a producer writing line by line) costs a few bytes.
+        std::vector<char> buffer(kReadSize);
+        std::size_t used = 0;
         std::size_t scanned = 0;  // no newline before this offset
         bool atStart = true;
         std::vector<std::string_view> lines;
         for (;;) {
-            const std::size_t had = buffer.size();
-            const std::size_t want = std::max(kReadSize, had);
-            buffer.resize(had + want);
-            const ssize_t got = ::read(STDIN_FILENO, buffer.data() + had, want);
+            if (used == buffer.size()) {
+                buffer.resize(buffer.size() * 2);
+            }
+            const ssize_t got = ::read(STDIN_FILENO, buffer.data() + used, buffer.size() - used);
+            if (got < 0 && errno == EINTR) {
+                continue;
+            }
             if (got < 0) {
-                buffer.resize(had);
-                if (errno == EINTR) {
-                    continue;
-                }
                 throw std::system_error(errno, std::system_category(), "reading standard input");
             }
-            buffer.resize(had + static_cast<std::size_t>(got));
+            used += static_cast<std::size_t>(got);
             const bool end = got == 0;
+            std::string_view text(buffer.data(), used);
             if (atStart) {
-                const std::string_view head(buffer.data(), std::min(buffer.size(), std::size_t{3}));
+                const std::string_view head = text.substr(0, 3);
                 if (!end && head.size() < 3 && kByteOrderMark.substr(0, head.size()) == head) {
                     continue;  // perhaps the start of a byte-order mark
                 }
                 if (head == kByteOrderMark) {
-                    buffer.erase(0, 3);
+                    text.remove_prefix(3);
                 }
                 atStart = false;
             }
             lines.clear();
             std::size_t start = 0;
-            for (std::size_t newline = buffer.find('\n', scanned); newline != std::string::npos;
-                 newline = buffer.find('\n', start)) {
-                lines.push_back(line(buffer, start, newline));
+            for (std::size_t newline = text.find('\n', scanned); newline != std::string::npos;
+                 newline = text.find('\n', start)) {
+                lines.push_back(line(text.substr(start, newline - start)));
                 start = newline + 1;
             }
-            if (end && start < buffer.size()) {
-                lines.push_back(line(buffer, start, buffer.size()));
-                start = buffer.size();
+            if (end && start < text.size()) {
+                lines.push_back(line(text.substr(start)));
+                start = text.size();
             }
             feed(lines);
-            buffer.erase(0, start);
-            scanned = buffer.size();
+            // The unfinished line moves to the front.
+            const std::size_t consumed =
+                static_cast<std::size_t>(text.data() - buffer.data()) + start;
+            std::copy(buffer.begin() + static_cast<std::ptrdiff_t>(consumed),
+                      buffer.begin() + static_cast<std::ptrdiff_t>(used), buffer.begin());
+            used -= consumed;
+            scanned = used;
             if (end) {
                 return;
             }
@@ -146,8 +154,7 @@ public:
     bool unpaired() const { return pending_.has_value(); }
 
 private:
-    static std::string_view line(const std::string& buffer, std::size_t from, std::size_t to) {
-        std::string_view text(buffer.data() + from, to - from);
+    static std::string_view line(std::string_view text) {
         if (!text.empty() && text.back() == '\r') {
             text.remove_suffix(1);
         }
