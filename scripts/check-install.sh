@@ -19,9 +19,10 @@ cmake --install "$build" --prefix "$scratch/staging" >/dev/null
 mv "$scratch/staging" "$scratch/prefix"
 "$scratch/prefix/bin/fnet" version
 pcdir=$(dirname "$(find "$scratch/prefix" -name foundation-network.pc | head -n 1)")
-for library in foundation_network foundation_core fl_i18n; do
+for expected in foundation_network.so.0.2 foundation_core.so.0 fl_i18n.so.0; do
+    library=${expected%%.so.*}
     soname=$(readelf -d "$(dirname "$pcdir")/lib$library.so" | sed -n 's/.*SONAME.*\[\(.*\)\]/\1/p')
-    [ "$soname" = "lib$library.so.0" ] || { echo "check-install: lib$library has SONAME '$soname'" >&2; exit 1; }
+    [ "$soname" = "lib$expected" ] || { echo "check-install: lib$library has SONAME '$soname'" >&2; exit 1; }
 done
 echo "check-install: installed $(cd "$scratch/prefix" && find . -type f | wc -l) files:" \
     "$(cd "$scratch/prefix" && find . -name '*.so*' -type f | sort | tr '\n' ' ')"

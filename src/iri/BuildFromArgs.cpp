@@ -9,6 +9,7 @@
 #include "foundation/core/except/Exception.h"
 #include "iri/StoredPath.h"
 #include "iri/TemplateIRI.h"
+#include "iri/Utf16.h"
 #include "iri/grammar/IriGrammar.h"
 #include "iri/grammar/PathSegments.h"
 #include "iri/grammar/Unicode.h"
@@ -77,8 +78,7 @@ void TemplateIRI<String>::buildScheme(const ArgsBase<String>& args) {
         !irigrammar::parseScheme<String>(args.scheme.cbegin(), args.scheme.cend())) {
         refuse("Malformed scheme");
     }
-    schemeUtf16 = codePointsToUtf16(args.scheme);
-    scheme = args.scheme;
+    parts.setScheme(narrow(args.scheme));
 }
 
 template <class String>
@@ -101,8 +101,7 @@ void TemplateIRI<String>::buildPort(const ArgsBase<String>& args) {
     }
     portNumber = args.port;
     const std::string digits = std::to_string(args.port);
-    port.assign(digits.begin(), digits.end());
-    portUtf16.assign(digits.begin(), digits.end());
+    parts.setPort(std::u16string(digits.begin(), digits.end()));
 }
 
 template <class String>
@@ -144,7 +143,7 @@ void TemplateIRI<String>::buildFragment(const ArgsBase<String>& args) {
 template <class String>
 void TemplateIRI<String>::toArgs(ArgsBase<String>& args) const {
     if (schemePresent) {
-        args.scheme = scheme;
+        args.scheme = widen(parts.scheme());
         args.schemeSet = true;
         args.schemeChecked = true;
     }

@@ -1,4 +1,5 @@
 // Equality, ordering and hashing of IRI values.
+#include <algorithm>
 #include <functional>
 #include <string>
 
@@ -8,6 +9,20 @@ namespace foundation::network::iri::detail {
 namespace {
 
 constexpr Encoding kIriForm(1);
+
+// Code point order over UTF-16 text: a unit of a surrogate pair sorts above every other unit.
+bool lessByCodePoints(std::u16string_view a, std::u16string_view b) {
+    const std::size_t n = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < n; ++i) {
+        if (a[i] != b[i]) {
+            const auto key = [](char16_t u) {
+                return u >= 0xD800 && u <= 0xDFFF ? u + 0x10000u : static_cast<unsigned>(u);
+            };
+            return key(a[i]) < key(b[i]);
+        }
+    }
+    return a.size() < b.size();
+}
 
 }  // namespace
 
@@ -27,19 +42,19 @@ bool TemplateIRI<String>::operator==(const TemplateIRI& other) const {
         return thisEmpty && otherEmpty;
     }
     if (schemePresent != other.schemePresent ||
-        (schemePresent && schemeUtf16 != other.schemeUtf16)) {
+        (schemePresent && parts.scheme() != other.parts.scheme())) {
         return false;
     }
-    if (portPresent != other.portPresent || (portPresent && port != other.port)) {
+    if (portPresent != other.portPresent || (portPresent && parts.port() != other.parts.port())) {
         return false;
     }
     // Hashes already at hand reject cheaply; computing them only for this would cost more
     // than comparing the texts.
-    if (hashKnown.load() && other.hashKnown.load() && hash != other.hash) {
+    if (hashKnown.load() && other.hashKnown.load() && hash.load() != other.hash.load()) {
         return false;
     }
-    return (textIsCurrent.load() ? text : toNativeStringFromParts(kIriForm)) ==
-           (other.textIsCurrent.load() ? other.text : other.toNativeStringFromParts(kIriForm));
+    // A parsed value's own text comes back without a cache look-up.
+    return toNativeStringFromParts(kIriForm) == other.toNativeStringFromParts(kIriForm);
 }
 
 template <class String>
@@ -49,14 +64,13 @@ bool TemplateIRI<String>::operator!=(const TemplateIRI& other) const {
 
 template <class String>
 bool TemplateIRI<String>::operator<(const TemplateIRI& other) const {
-    const bool thisCurrent = textIsCurrent.load();
-    const bool otherCurrent = other.textIsCurrent.load();
-    // Two parsed values, the common case of a sort: their own texts, without a cache look-up.
-    if (thisCurrent && otherCurrent) {
-        return text < other.text;
+    if (this == &other) {
+        return false;
     }
-    return (thisCurrent ? text : toNativeStringFromParts(kIriForm)) <
-           (otherCurrent ? other.text : other.toNativeStringFromParts(kIriForm));
+    // Two parsed values, the common case of a sort, compare their own texts (which
+    // toNativeStringFromParts gives back without a cache look-up).
+    return lessByCodePoints(toNativeStringFromParts(kIriForm),
+                            other.toNativeStringFromParts(kIriForm));
 }
 
 template <class String>
@@ -64,13 +78,14 @@ std::uint64_t TemplateIRI<String>::computeHash() const {
     if (empty.load()) {
         return 0;
     }
-    const std::hash<String> byteHash;
-    return textIsCurrent.load() ? byteHash(text) : byteHash(toNativeStringFromParts(kIriForm));
+    const std::hash<std::u16string_view> unitHash;
+    return textIsCurrent.load() ? unitHash(parts.text())
+                                : unitHash(toNativeStringFromParts(kIriForm));
 }
 
 template <class String>
 void TemplateIRI<String>::generateHash() const noexcept {
-    hash = computeHash();
+    hash.store(computeHash());
     hashKnown.store(true);
 }
 
@@ -83,17 +98,12 @@ std::uint64_t TemplateIRI<String>::hashValue() const noexcept {
             }
         });
         // The once-flag has already fired for an earlier value of this object (before a
-        // clear() or a swap): compute outside the lock (serialising takes it), publish under it.
+        // clear() or a swap): every thread that gets here stores the same value.
         if (!hashKnown.load()) {
-            const std::uint64_t value = computeHash();
-            const std::lock_guard<std::mutex> lock(mutex);
-            if (!hashKnown.load()) {
-                hash = value;
-                hashKnown.store(true);
-            }
+            generateHash();
         }
     }
-    return hash;
+    return hash.load();
 }
 
 template bool TemplateIRI<std::wstring>::operator==(const TemplateIRI&) const;

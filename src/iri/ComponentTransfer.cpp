@@ -12,8 +12,7 @@ constexpr Encoding kIriForm(1);
 
 template <class String>
 void TemplateIRI<String>::takeSchemeFrom(const TemplateIRI& from) {
-    scheme = from.scheme;
-    schemeUtf16 = from.schemeUtf16;
+    parts.setScheme(from.parts.scheme());
     schemePresent = true;
 }
 
@@ -21,16 +20,16 @@ void TemplateIRI<String>::takeSchemeFrom(const TemplateIRI& from) {
 template <class String>
 void TemplateIRI<String>::takeAuthorityFrom(const TemplateIRI& from) {
     if (from.userInfoPresent) {
-        parts.setUserInfo(from.parts.getUserInfo(kIriForm), kIriForm);
+        parts.set(ComponentKind::UserInfo, from.parts.view(ComponentKind::UserInfo, kIriForm),
+                  Form::Iri);
         userInfoPresent = true;
     }
     if (from.hostPresent) {
-        parts.setHost(from.parts.getHost(kIriForm), kIriForm);
+        parts.set(ComponentKind::Host, from.parts.view(ComponentKind::Host, kIriForm), Form::Iri);
         hostPresent = true;
     }
     if (from.portPresent) {
-        port = from.port;
-        portUtf16 = from.portUtf16;
+        parts.setPort(from.parts.port());
         portNumber = from.portNumber;
         portPresent = true;
     }
@@ -41,7 +40,10 @@ template <class String>
 void TemplateIRI<String>::takeQueryFrom(const TemplateIRI& from) {
     if (from.queryPresent) {
         queryOption = from.queryOption;
-        parts.setQuery(from.parts.getQuery(kIriForm), kIriForm, from.queryOption);
+        parts.set(ComponentKind::Query, from.parts.view(ComponentKind::Query, kIriForm), Form::Iri);
+        if (from.queryOption) {
+            parts.setQueryAsOctets();
+        }
         queryPresent = true;
     }
 }
@@ -49,7 +51,8 @@ void TemplateIRI<String>::takeQueryFrom(const TemplateIRI& from) {
 template <class String>
 void TemplateIRI<String>::takeFragmentFrom(const TemplateIRI& from) {
     if (from.fragmentPresent) {
-        parts.setFragment(from.parts.getFragment(kIriForm), kIriForm);
+        parts.set(ComponentKind::Fragment, from.parts.view(ComponentKind::Fragment, kIriForm),
+                  Form::Iri);
         fragmentPresent = true;
     }
 }

@@ -10,5 +10,6 @@ namespace foundation::network::iri::detail {
 /// Copies `text`, writing every "%" that does not start an escape ("%" and two hex digits) as
 /// "%25" and, with `escapeBrackets`, "[" as "%5B" and "]" as "%5D".
 std::wstring repairPercents(std::wstring_view text, bool escapeBrackets);
+std::u16string repairPercents(std::u16string_view text, bool escapeBrackets);
 
 }  // namespace foundation::network::iri::detail

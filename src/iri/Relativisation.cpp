@@ -62,7 +62,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
 
     // A different scheme: only A itself resolves to A.
-    if (a.schemePresent && (!b.schemePresent || a.scheme != b.scheme)) {
+    if (a.schemePresent && (!b.schemePresent || a.schemeText() != b.schemeText())) {
         return a;
     }
 
@@ -88,17 +88,19 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     const bool bothAuthorities = a.authorityPresent && b.authorityPresent;
     const bool sameAuthority =
         bothAuthorities && a.userInfoPresent == b.userInfoPresent &&
-        (!a.userInfoPresent || a.parts.getUserInfo(kIriForm) == b.parts.getUserInfo(kIriForm)) &&
-        a.parts.getHost(kIriForm) == b.parts.getHost(kIriForm) && a.portPresent == b.portPresent &&
-        (!a.portPresent || a.port == b.port);
-    const bool sameQuery =
-        a.queryPresent == b.queryPresent &&
-        (!a.queryPresent || a.parts.getQuery(kIriForm) == b.parts.getQuery(kIriForm));
+        (!a.userInfoPresent || a.parts.view(ComponentKind::UserInfo, Form::Iri) ==
+                                   b.parts.view(ComponentKind::UserInfo, Form::Iri)) &&
+        a.parts.view(ComponentKind::Host, Form::Iri) ==
+            b.parts.view(ComponentKind::Host, Form::Iri) &&
+        a.portPresent == b.portPresent && (!a.portPresent || a.portText() == b.portText());
+    const bool sameQuery = a.queryPresent == b.queryPresent &&
+                           (!a.queryPresent || a.parts.view(ComponentKind::Query, Form::Iri) ==
+                                                   b.parts.view(ComponentKind::Query, Form::Iri));
     const String& path = storedPath(a.parts, kIriForm);
     const String& basePath = storedPath(b.parts, kIriForm);
 
     // Same resource: only A's fragment remains.
-    if (a.scheme == b.scheme && a.authorityPresent == b.authorityPresent &&
+    if (a.schemeText() == b.schemeText() && a.authorityPresent == b.authorityPresent &&
         (!a.authorityPresent || sameAuthority) && path == basePath && sameQuery) {
         return finish();
     }

@@ -156,7 +156,8 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     return t;
 }
 
-// The flags that follow from the components: emptiness, the authority, the scheme's marks.
+// The flags that follow from the components: emptiness, the authority, the scheme's marks;
+// then the text.
 template <class String>
 void TemplateIRI<String>::finishFlags() {
     empty.store(parts.isEmpty() && !schemePresent && !portPresent);
@@ -168,6 +169,8 @@ void TemplateIRI<String>::finishFlags() {
             opaque = !absolutePath;
         }
     }
+    // The components, all in their IRI form, laid out as the value's IRI-form text.
+    parts.writeAsText(schemePresent, portPresent);
 }
 
 template std::wstring TemplateIRI<std::wstring>::resolvePathComponents(std::vector<std::wstring>&,

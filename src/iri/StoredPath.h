@@ -6,14 +6,14 @@
 
 #include "foundation/network/Encoding.h"
 #include "iri/StringParts.h"
+#include "iri/Utf16.h"
 
 namespace foundation::network::iri::detail {
 
-/// The stored path in `encoding`, or the empty string for a value that never had one (a
-/// default-constructed IRI), instead of the "Item not set: Path" error of the getter.
-inline const std::wstring& storedPath(const StringParts& parts, const Encoding& encoding) {
-    static const std::wstring none;
-    return parts.hasPath() ? parts.getPath(encoding) : none;
+/// The stored path in `encoding` as code points, or the empty string for a value that never
+/// had one (a default-constructed IRI), instead of the "Item not set: Path" error of the getter.
+inline std::wstring storedPath(const StringParts& parts, const Encoding& encoding) {
+    return widen(parts.storedPath(formOf(encoding)));
 }
 
 }  // namespace foundation::network::iri::detail

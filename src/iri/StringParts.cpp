@@ -1,10 +1,12 @@
 #include "iri/StringParts.h"
 
+#include <algorithm>
+#include <cstring>
 #include <stdexcept>
-#include <string_view>
 #include <utility>
 
 #include "foundation/core/except/Exception.h"
+#include "iri/Utf16.h"
 
 namespace foundation::network::iri::detail {
 
@@ -24,46 +26,126 @@ Form formOf(const Encoding& encoding) {
     }
 }
 
+// ---------------------------------------------------------------------------------------------
+// DerivedCache
+
 namespace {
 
-// Reads one component, turning its runtime errors into the suffixed text.
-const std::wstring& read(const std::optional<Component>& slot, const Encoding& encoding,
-                         std::string_view suffix) {
-    const Form form = formOf(encoding);
-    try {
-        if (!slot) {
-            throw std::runtime_error("Item not set");
-        }
-        return slot->get(form);
-    } catch (const std::runtime_error& e) {
-        throw std::runtime_error(std::string(e.what()).append(suffix));
-    }
+constexpr char16_t kMarkText[2] = {0, 0};
+
+// Units compared as bytes: the comparison of char16_t traits goes unit by unit.
+bool sameText(std::u16string_view a, std::u16string_view b) {
+    return a.size() == b.size() &&
+           (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0);
 }
 
 }  // namespace
 
-StringParts::StringParts() noexcept {
-    bindSlots();
+DerivedCache::Entry DerivedCache::mark() noexcept {
+    return kMarkText;
 }
 
-StringParts::StringParts(const StringParts& other)
-    : userInfo(other.userInfo),
-      host(other.host),
-      path(other.path),
-      query(other.query),
-      fragment(other.fragment),
-      empty(other.empty) {
-    bindSlots();
+DerivedCache::Entry DerivedCache::pack(std::u16string_view text) {
+    auto* entry = new char16_t[text.size() + 2];
+    const auto size = static_cast<std::uint32_t>(text.size());
+    entry[0] = static_cast<char16_t>(size >> 16);
+    entry[1] = static_cast<char16_t>(size & 0xFFFF);
+    std::copy(text.begin(), text.end(), entry + 2);
+    return entry;
 }
+
+std::u16string_view DerivedCache::unpack(Entry entry) noexcept {
+    const std::uint32_t size = (static_cast<std::uint32_t>(entry[0]) << 16) | entry[1];
+    return {entry + 2, size};
+}
+
+DerivedCache::DerivedCache(const DerivedCache& other) {
+    const Block* source = other.block_.load(std::memory_order_acquire);
+    if (source == nullptr) {
+        return;
+    }
+    Block* copy = nullptr;
+    try {
+        for (std::size_t i = 0; i < kSlots; ++i) {
+            const Entry entry = source->entries[i].load(std::memory_order_acquire);
+            if (entry == nullptr) {
+                continue;
+            }
+            if (copy == nullptr) {
+                copy = new Block;
+                block_.store(copy, std::memory_order_relaxed);
+            }
+            copy->entries[i].store(entry == mark() ? mark() : pack(unpack(entry)),
+                                   std::memory_order_relaxed);
+        }
+    } catch (...) {
+        reset();
+        throw;
+    }
+}
+
+void DerivedCache::reset() noexcept {
+    if (block_.load(std::memory_order_relaxed) == nullptr) {
+        return;  // the common case of a value being built: no atomic exchange
+    }
+    Block* block = block_.exchange(nullptr, std::memory_order_acq_rel);
+    for (auto& entry : block->entries) {
+        const Entry value = entry.load(std::memory_order_relaxed);
+        if (value != mark()) {
+            delete[] value;
+        }
+    }
+    delete block;
+}
+
+bool DerivedCache::find(std::size_t slot, std::u16string_view source,
+                        std::u16string_view& out) const noexcept {
+    const Block* block = block_.load(std::memory_order_acquire);
+    const Entry entry =
+        block == nullptr ? nullptr : block->entries[slot].load(std::memory_order_acquire);
+    if (entry == nullptr) {
+        return false;
+    }
+    out = entry == mark() ? source : unpack(entry);
+    return true;
+}
+
+DerivedCache::Block& DerivedCache::block() const {
+    Block* block = block_.load(std::memory_order_acquire);
+    if (block != nullptr) {
+        return *block;
+    }
+    auto* fresh = new Block;
+    if (block_.compare_exchange_strong(block, fresh, std::memory_order_acq_rel,
+                                       std::memory_order_acquire)) {
+        return *fresh;
+    }
+    delete fresh;  // another thread published first
+    return *block;
+}
+
+std::u16string_view DerivedCache::publish(std::size_t slot, std::u16string_view value,
+                                          std::u16string_view source) const {
+    auto& entry = block().entries[slot];
+    const Entry fresh = sameText(value, source) ? mark() : pack(value);
+    Entry expected = nullptr;
+    if (!entry.compare_exchange_strong(expected, fresh, std::memory_order_acq_rel,
+                                       std::memory_order_acquire)) {
+        if (fresh != mark()) {
+            delete[] fresh;
+        }
+        return expected == mark() ? source : unpack(expected);
+    }
+    return fresh == mark() ? source : unpack(fresh);
+}
+
+// ---------------------------------------------------------------------------------------------
+// StringParts: lifecycle
 
 StringParts::StringParts(StringParts&& other) noexcept
-    : userInfo(std::move(other.userInfo)),
-      host(std::move(other.host)),
-      path(std::move(other.path)),
-      query(std::move(other.query)),
-      fragment(std::move(other.fragment)),
-      empty(other.empty) {
-    bindSlots();
+    : buffer_(std::move(other.buffer_)), ranges_(other.ranges_), bits_(other.bits_) {
+    derived_.swap(other.derived_);
+    other.reset();
 }
 
 StringParts& StringParts::operator=(const StringParts& other) {
@@ -83,134 +165,325 @@ StringParts& StringParts::operator=(StringParts&& other) noexcept {
 }
 
 void StringParts::swap(StringParts& other) noexcept {
-    userInfo.swap(other.userInfo);
-    host.swap(other.host);
-    path.swap(other.path);
-    query.swap(other.query);
-    fragment.swap(other.fragment);
-    std::swap(empty, other.empty);
+    buffer_.swap(other.buffer_);
+    std::swap(ranges_, other.ranges_);
+    std::swap(bits_, other.bits_);
+    derived_.swap(other.derived_);
 }
 
-void StringParts::bindSlots() noexcept {
-    slots = {&fragment, &query, &path, &host, &userInfo};
+void StringParts::reset() noexcept {
+    std::u16string().swap(buffer_);
+    ranges_ = {};
+    bits_ = kEmptyBit;
+    derived_.reset();
 }
 
-const std::wstring& StringParts::getUserInfo(const Encoding& encoding) const {
-    return read(userInfo, encoding, ": UserInfo");
-}
-const std::wstring& StringParts::getHost(const Encoding& encoding) const {
-    return read(host, encoding, ": Host");
-}
-const std::wstring& StringParts::getPath(const Encoding& encoding) const {
-    return read(path, encoding, ": Path");
-}
-const std::wstring& StringParts::getQuery(const Encoding& encoding) const {
-    return read(query, encoding, ": Query");
-}
-const std::wstring& StringParts::getFragment(const Encoding& encoding) const {
-    return read(fragment, encoding, ": Fragment");
+// ---------------------------------------------------------------------------------------------
+// Reading
+
+namespace {
+
+constexpr const char* kSuffix[] = {": UserInfo", ": Host", ": Path", ": Query", ": Fragment"};
+
+}  // namespace
+
+ComponentOptions StringParts::options(ComponentKind kind) const noexcept {
+    ComponentOptions options;
+    if (kind == ComponentKind::Path) {
+        options.schemePresent = (bits_ & kPathSchemeBit) != 0;
+        options.userInfoPresent = (bits_ & kPathUserInfoBit) != 0;
+        options.hostPresent = (bits_ & kPathHostBit) != 0;
+    } else if (kind == ComponentKind::Query) {
+        options.asOctets = (bits_ & kQueryOctetsBit) != 0;
+    }
+    return options;
 }
 
-std::wstring StringParts::getAuthority(const Encoding& encoding) const {
-    std::wstring authority;
-    if (userInfo) {
-        authority = getUserInfo(encoding);
-        authority.push_back(L'@');
+// Every form comes from the given one.
+std::u16string StringParts::derive(ComponentKind kind, Form form) const {
+    const std::wstring source = widen(range(static_cast<std::size_t>(kind)));
+    const ComponentOptions opts = options(kind);
+    std::wstring value;
+    switch (given(kind)) {
+        case Form::Decoded:
+            value = form == Form::Iri ? decodedToIri(kind, opts, source)
+                                      : decodedToUri(kind, opts, source);
+            break;
+        case Form::Iri:
+            value = form == Form::Decoded ? iriToDecoded(kind, opts, source) : iriToUri(source);
+            break;
+        case Form::Uri:
+            value = form == Form::Decoded ? uriToDecoded(kind, opts, source)
+                                          : uriToIri(kind, opts, source);
+            break;
+    }
+    return narrow(value);
+}
+
+namespace {
+
+// Whether deriving `form` from an IRI-form `text` gives `text` back, decided without deriving:
+// the URI form only escapes what is not printable ASCII, the decoded form only resolves
+// escapes (and a space, and in the octet form what is not ASCII).
+bool derivesToItself(std::u16string_view text, Form form, bool asOctets) {
+    if (form == Form::Uri) {
+        return std::all_of(text.begin(), text.end(),
+                           [](char16_t c) { return c > 0x20 && c < 0x7F; });
+    }
+    return std::none_of(text.begin(), text.end(), [&](char16_t c) {
+        return c == u'%' || c == u' ' || (asOctets && c >= 0x80);
+    });
+}
+
+}  // namespace
+
+std::u16string_view StringParts::view(ComponentKind kind, Form form) const {
+    if (!has(kind)) {
+        throw std::runtime_error("Item not set");
+    }
+    const std::u16string_view source = range(static_cast<std::size_t>(kind));
+    if (form == given(kind)) {
+        return source;
+    }
+    const std::size_t slot = static_cast<std::size_t>(kind) * 3 + static_cast<std::size_t>(form);
+    std::u16string_view cached;
+    if (derived_.find(slot, source, cached)) {
+        return cached;
+    }
+    if (given(kind) == Form::Iri && derivesToItself(source, form, options(kind).asOctets)) {
+        return derived_.publish(slot, source, source);
+    }
+    return derived_.publish(slot, derive(kind, form), source);
+}
+
+std::u16string_view StringParts::view(ComponentKind kind, const Encoding& encoding) const {
+    const Form form = formOf(encoding);
+    try {
+        return view(kind, form);
+    } catch (const std::runtime_error& e) {
+        throw std::runtime_error(std::string(e.what()).append(kSuffix[static_cast<int>(kind)]));
+    }
+}
+
+std::wstring StringParts::getUserInfo(const Encoding& encoding) const {
+    return widen(view(ComponentKind::UserInfo, encoding));
+}
+std::wstring StringParts::getHost(const Encoding& encoding) const {
+    return widen(view(ComponentKind::Host, encoding));
+}
+std::wstring StringParts::getPath(const Encoding& encoding) const {
+    return widen(view(ComponentKind::Path, encoding));
+}
+std::wstring StringParts::getQuery(const Encoding& encoding) const {
+    return widen(view(ComponentKind::Query, encoding));
+}
+std::wstring StringParts::getFragment(const Encoding& encoding) const {
+    return widen(view(ComponentKind::Fragment, encoding));
+}
+
+std::u16string StringParts::authority(const Encoding& encoding) const {
+    std::u16string authority;
+    if (hasUserInfo()) {
+        authority = view(ComponentKind::UserInfo, encoding);
+        authority.push_back(u'@');
     }
     try {
-        authority += getHost(encoding);
+        authority += view(ComponentKind::Host, encoding);
     } catch (const std::runtime_error& e) {
         throw std::runtime_error(std::string(e.what()) + ": Host (in getAuthority)");
     }
     return authority;
 }
 
-void StringParts::setComponent(Slot& slot, ComponentKind kind, std::wstring value,
-                               const Encoding& encoding) {
-    const Form form = formOf(encoding);
-    Component component(kind, slot ? slot->options() : ComponentOptions{});
-    component.set(std::move(value), form);
-    slot.reset();
-    slot.emplace(std::move(component));
-}
-
-void StringParts::changePathOptions(bool ComponentOptions::*option, bool value) {
-    if (path) {
-        ComponentOptions options = path->options();
-        options.*option = value;
-        path->setOptions(options);
-    }
-}
-
-void StringParts::setUserInfo(std::wstring value, const Encoding& encoding) {
-    setComponent(userInfo, ComponentKind::UserInfo, std::move(value), encoding);
-    empty = false;
-    changePathOptions(&ComponentOptions::userInfoPresent, true);
-}
-
-void StringParts::setHost(std::wstring value, const Encoding& encoding) {
-    setComponent(host, ComponentKind::Host, std::move(value), encoding);
-    empty = false;
-    changePathOptions(&ComponentOptions::hostPresent, true);
-}
-
-void StringParts::setPath(std::wstring value, const Encoding& encoding) {
-    const bool nonEmpty = !value.empty();
-    setComponent(path, ComponentKind::Path, std::move(value), encoding);
-    // Options are only ever raised here, from what precedes the path.
-    if (userInfo) {
-        changePathOptions(&ComponentOptions::userInfoPresent, true);
-    }
-    if (host) {
-        changePathOptions(&ComponentOptions::hostPresent, true);
-    }
-    if (nonEmpty) {
-        empty = false;
-    }
-}
-
-void StringParts::setQuery(std::wstring value, const Encoding& encoding, bool option) {
-    setComponent(query, ComponentKind::Query, std::move(value), encoding);
-    empty = false;
-    if (option) {
-        ComponentOptions options = query->options();
-        options.asOctets = true;
-        query->setOptions(options);
-    }
-}
-
-void StringParts::setFragment(std::wstring value, const Encoding& encoding) {
-    setComponent(fragment, ComponentKind::Fragment, std::move(value), encoding);
-    empty = false;
-}
-
-void StringParts::setSchemePresent(bool present) {
-    changePathOptions(&ComponentOptions::schemePresent, present);
+std::wstring StringParts::getAuthority(const Encoding& encoding) const {
+    return widen(authority(encoding));
 }
 
 bool StringParts::operator==(const StringParts& other) const {
-    if (empty && other.empty) {
+    if (isEmpty() && other.isEmpty()) {
         return true;
     }
-    const Slot* const mine[] = {&userInfo, &host, &path, &query, &fragment};
-    const Slot* const theirs[] = {&other.userInfo, &other.host, &other.path, &other.query,
-                                  &other.fragment};
-    for (std::size_t i = 0; i < 5; ++i) {
-        if (mine[i]->has_value() != theirs[i]->has_value()) {
+    for (unsigned k = 0; k < 5; ++k) {
+        const auto kind = static_cast<ComponentKind>(k);
+        if (has(kind) != other.has(kind)) {
             return false;
         }
-        if (mine[i]->has_value() && **mine[i] != **theirs[i]) {
+        if (has(kind) && view(kind, Form::Iri) != other.view(kind, Form::Iri)) {
             return false;
         }
     }
     return true;
 }
 
-void StringParts::reset() noexcept {
-    for (auto it = slots.rbegin(); it != slots.rend(); ++it) {
-        (*it)->reset();
+// ---------------------------------------------------------------------------------------------
+// Writing
+
+void StringParts::append(std::size_t index, std::u16string_view value) {
+    const std::u16string_view whole(buffer_);
+    if (!value.empty() && value.data() >= whole.data() &&
+        value.data() < whole.data() + whole.size()) {
+        append(index, std::u16string_view(std::u16string(value)));  // a range of this buffer
+        return;
     }
-    empty = true;
+    const auto begin = static_cast<std::uint32_t>(buffer_.size());
+    buffer_ += value;
+    ranges_[index] = {begin, static_cast<std::uint32_t>(buffer_.size())};
+}
+
+void StringParts::append(std::size_t index, std::wstring_view value) {
+    const auto begin = static_cast<std::uint32_t>(buffer_.size());
+    try {
+        appendUtf16(value, buffer_);
+    } catch (...) {
+        buffer_.resize(begin);
+        throw;
+    }
+    ranges_[index] = {begin, static_cast<std::uint32_t>(buffer_.size())};
+}
+
+void StringParts::markSet(ComponentKind kind, Form form, bool nonEmpty) {
+    derived_.reset();
+    bits_ &= ~kTextBit;
+    bits_ &= ~(3u << formShift(kind));
+    bits_ |= presentBit(kind) | (static_cast<std::uint32_t>(form) << formShift(kind));
+    // Options are only ever raised, from what precedes the path.
+    if (kind == ComponentKind::UserInfo || (kind == ComponentKind::Path && hasUserInfo())) {
+        bits_ |= kPathUserInfoBit;
+    }
+    if (kind == ComponentKind::Host || (kind == ComponentKind::Path && hasHost())) {
+        bits_ |= kPathHostBit;
+    }
+    if (kind != ComponentKind::Path || nonEmpty) {
+        bits_ &= ~kEmptyBit;
+    }
+}
+
+void StringParts::set(ComponentKind kind, std::u16string_view value, Form form) {
+    append(static_cast<std::size_t>(kind), value);
+    markSet(kind, form, !value.empty());
+}
+
+void StringParts::set(ComponentKind kind, std::wstring_view value, Form form) {
+    append(static_cast<std::size_t>(kind), value);
+    markSet(kind, form, !value.empty());
+}
+
+void StringParts::setUserInfo(std::wstring_view value, const Encoding& encoding) {
+    set(ComponentKind::UserInfo, value, formOf(encoding));
+}
+void StringParts::setHost(std::wstring_view value, const Encoding& encoding) {
+    set(ComponentKind::Host, value, formOf(encoding));
+}
+void StringParts::setPath(std::wstring_view value, const Encoding& encoding) {
+    set(ComponentKind::Path, value, formOf(encoding));
+}
+void StringParts::setQuery(std::wstring_view value, const Encoding& encoding, bool option) {
+    set(ComponentKind::Query, value, formOf(encoding));
+    if (option) {
+        bits_ |= kQueryOctetsBit;
+    }
+}
+void StringParts::setFragment(std::wstring_view value, const Encoding& encoding) {
+    set(ComponentKind::Fragment, value, formOf(encoding));
+}
+
+void StringParts::setSchemePresent(bool present) {
+    if (present != ((bits_ & kPathSchemeBit) != 0)) {
+        derived_.reset();
+        bits_ ^= kPathSchemeBit;
+    }
+}
+
+void StringParts::setQueryAsOctets() {
+    if ((bits_ & kQueryOctetsBit) == 0) {
+        derived_.reset();
+        bits_ |= kQueryOctetsBit;
+    }
+}
+
+void StringParts::setScheme(std::u16string_view value) {
+    derived_.reset();
+    bits_ &= ~kTextBit;
+    append(kSchemeRange, value);
+}
+
+void StringParts::setPort(std::u16string_view value) {
+    derived_.reset();
+    bits_ &= ~kTextBit;
+    append(kPortRange, value);
+}
+
+void StringParts::adoptText(const std::u16string& text) {
+    derived_.reset();
+    bits_ &= ~kTextBit;
+    buffer_ = text;
+}
+
+bool StringParts::writeAsText(bool schemePresent, bool portPresent) {
+    for (unsigned k = 0; k < 5; ++k) {
+        const auto kind = static_cast<ComponentKind>(k);
+        if (has(kind) && given(kind) != Form::Iri) {
+            return false;
+        }
+    }
+    const bool authority = hasHost();
+    std::size_t length = 0;
+    for (const Range& r : ranges_) {
+        length += r.end - r.begin;
+    }
+    std::u16string text;
+    text.reserve(length + 8);
+    std::array<Range, 7> ranges{};
+    const auto put = [&](std::size_t index) {
+        const auto begin = static_cast<std::uint32_t>(text.size());
+        text += range(index);
+        ranges[index] = {begin, static_cast<std::uint32_t>(text.size())};
+    };
+    constexpr auto kUserInfo = static_cast<std::size_t>(ComponentKind::UserInfo);
+    constexpr auto kHost = static_cast<std::size_t>(ComponentKind::Host);
+    if (schemePresent) {
+        put(kSchemeRange);
+        text += u':';
+    }
+    if (authority) {
+        text += u"//";
+        if (hasUserInfo()) {
+            put(kUserInfo);
+            text += u'@';
+        }
+        put(kHost);
+        if (portPresent) {
+            text += u':';
+            put(kPortRange);
+        }
+    }
+    put(static_cast<std::size_t>(ComponentKind::Path));
+    if (hasQuery()) {
+        text += u'?';
+        put(static_cast<std::size_t>(ComponentKind::Query));
+    }
+    if (hasFragment()) {
+        text += u'#';
+        put(static_cast<std::size_t>(ComponentKind::Fragment));
+    }
+    derived_.reset();
+    buffer_.swap(text);
+    ranges_ = ranges;
+    bits_ |= kTextBit;
+    return true;
+}
+
+void StringParts::setRange(ComponentKind kind, std::uint32_t begin, std::uint32_t end) {
+    ranges_[static_cast<std::size_t>(kind)] = {begin, end};
+    markSet(kind, Form::Iri, begin != end);
+}
+
+void StringParts::setSchemeRange(std::uint32_t begin, std::uint32_t end) {
+    ranges_[kSchemeRange] = {begin, end};
+}
+
+void StringParts::setPortRange(std::uint32_t begin, std::uint32_t end) {
+    ranges_[kPortRange] = {begin, end};
 }
 
 }  // namespace foundation::network::iri::detail

@@ -4,18 +4,16 @@
 
 #include "foundation/core/except/Exception.h"
 #include "iri/PercentRepair.h"
+#include "iri/Utf16.h"
 #include "iri/grammar/IriGrammar.h"
 #include "iri/grammar/PathSegments.h"
 #include "iri/grammar/Port.h"
-#include "iri/grammar/Unicode.h"
 
 namespace foundation::network::iri::detail {
 
 namespace {
 
 using core::except::detail::AnonymousInternalException;
-
-constexpr Encoding kIriForm(1);
 
 [[noreturn]] void throwParsingFailed() {
     throw AnonymousInternalException<std::logic_error>("IRI parsing failed");
@@ -25,33 +23,18 @@ bool isStrict(const Encoding& encoding) {
     return encoding.value() == 2 || encoding.value() == 4;
 }
 
-// Text without surrogates converts unit for unit; anything else goes through the checked
-// conversions, which also give the errors their texts. These short cuts keep the common case
-// off the general converters.
-std::wstring toCodePoints(const std::u16string& utf16) {
-    for (const char16_t unit : utf16) {
-        if (unit >= 0xD800 && unit <= 0xDFFF) {
-            return utf16ToCodePoints(utf16);
-        }
-    }
-    return std::wstring(utf16.begin(), utf16.end());
-}
-
-std::u16string toUtf16(const std::wstring& codePoints) {
-    for (const wchar_t c : codePoints) {
-        if (c < 0 || (c >= 0xD800 && c <= 0xDFFF) || c > 0xFFFF) {
-            return codePointsToUtf16(codePoints);
-        }
-    }
-    std::u16string utf16(codePoints.size(), u'\0');
-    for (std::size_t i = 0; i < codePoints.size(); ++i) {
-        utf16[i] = static_cast<char16_t>(codePoints[i]);
-    }
-    return utf16;
-}
-
 // Cache entry of each Encoding.
 constexpr std::size_t kCacheEntry[5] = {0, 1, 3, 2, 4};
+
+// The grammar reads code points: each thread converts into one buffer it keeps, so that a
+// parse allocates nothing but the value's own text. A buffer grown by a very long text is not
+// kept.
+constexpr std::size_t kScratchKept = 1 << 16;
+
+std::wstring& scratch() {
+    thread_local std::wstring buffer;
+    return buffer;
+}
 
 }  // namespace
 
@@ -59,74 +42,35 @@ template <class String>
 TemplateIRI<String>::TemplateIRI() noexcept = default;
 
 template <class String>
-TemplateIRI<String>::TemplateIRI(const std::u16string& utf16) : text(toCodePoints(utf16)) {
-    parse();
+TemplateIRI<String>::TemplateIRI(const std::u16string& utf16) {
+    parse(utf16);
 }
 
 template <class String>
 TemplateIRI<String>::TemplateIRI(const TemplateIRI& other)
-    : TemplateIRI(other, std::lock_guard<std::mutex>(other.mutex)) {}
-
-template <class String>
-TemplateIRI<String>::TemplateIRI(const TemplateIRI& other, const std::lock_guard<std::mutex>&)
-    : empty(other.empty.load()),
+    : parts(other.parts),
+      empty(other.empty.load()),
       textIsCurrent(other.textIsCurrent.load()),
-      text(other.text),
-      parts(other.parts),
-      portNumber(other.portNumber),
-      scheme(other.scheme),
-      schemeUtf16(other.schemeUtf16),
-      port(other.port),
-      portUtf16(other.portUtf16),
-      schemePresent(other.schemePresent),
-      queryPresent(other.queryPresent),
-      fragmentPresent(other.fragmentPresent),
-      authorityPresent(other.authorityPresent),
-      absolutePath(other.absolutePath),
-      absolute(other.absolute),
-      opaque(other.opaque),
-      portPresent(other.portPresent),
-      hostPresent(other.hostPresent),
-      userInfoPresent(other.userInfoPresent),
-      pathHasDotSegments(other.pathHasDotSegments),
-      pathEmpty(other.pathEmpty),
-      queryOption(other.queryOption),
-      hashKnown(other.hashKnown.load()),
-      // Read only once published: another thread may be computing the source's hash now.
-      hash(hashKnown.load() ? other.hash : 0),
-      cache(other.cache) {}
+      portNumber(other.portNumber) {
+    copyFlags(other);
+    // Read only once published: another thread may be computing the source's hash now.
+    if (other.hashKnown.load()) {
+        hash.store(other.hash.load());
+        hashKnown.store(true);
+    }
+}
 
 template <class String>
 TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept
-    : TemplateIRI(std::move(other), std::lock_guard<std::mutex>(other.mutex)) {}
-
-template <class String>
-TemplateIRI<String>::TemplateIRI(TemplateIRI&& other, const std::lock_guard<std::mutex>&) noexcept
-    : empty(other.empty.load()),
+    : parts(std::move(other.parts)),
+      empty(other.empty.load()),
       textIsCurrent(other.textIsCurrent.load()),
-      text(std::move(other.text)),
-      parts(std::move(other.parts)),
-      portNumber(other.portNumber),
-      scheme(std::move(other.scheme)),
-      schemeUtf16(std::move(other.schemeUtf16)),
-      port(std::move(other.port)),
-      portUtf16(std::move(other.portUtf16)),
-      schemePresent(other.schemePresent),
-      queryPresent(other.queryPresent),
-      fragmentPresent(other.fragmentPresent),
-      authorityPresent(other.authorityPresent),
-      absolutePath(other.absolutePath),
-      absolute(other.absolute),
-      opaque(other.opaque),
-      portPresent(other.portPresent),
-      hostPresent(other.hostPresent),
-      userInfoPresent(other.userInfoPresent),
-      pathHasDotSegments(other.pathHasDotSegments),
-      pathEmpty(other.pathEmpty),
-      queryOption(other.queryOption),
-      hashKnown(other.hashKnown.load()),
-      hash(hashKnown.load() ? other.hash : 0),
-      cache(std::move(other.cache)) {
+      portNumber(other.portNumber) {
+    copyFlags(other);
+    if (other.hashKnown.load()) {
+        hash.store(other.hash.load());
+        hashKnown.store(true);
+    }
     // The source stays a consistent (empty) value rather than one with flags but no text.
     other.clearFields();
 }
@@ -138,7 +82,6 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(const TemplateIRI& other) {
     }
     if (other.empty.load()) {
         if (!empty.load()) {
-            std::lock_guard<std::mutex> lock(mutex);
             clearFields();
         }
         return *this;
@@ -160,7 +103,6 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other) noexcep
     }
     if (other.empty.load()) {
         if (!empty.load()) {
-            std::lock_guard<std::mutex> lock(mutex);
             clearFields();
         }
         return *this;
@@ -177,6 +119,25 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other) noexcep
 template <class String>
 TemplateIRI<String>::~TemplateIRI() = default;
 
+// The one list of the plain fields (the flags); the atomics, the parts and the hash are
+// handled by each caller.
+template <class String>
+void TemplateIRI<String>::copyFlags(const TemplateIRI& other) noexcept {
+    schemePresent = other.schemePresent;
+    queryPresent = other.queryPresent;
+    fragmentPresent = other.fragmentPresent;
+    authorityPresent = other.authorityPresent;
+    absolutePath = other.absolutePath;
+    absolute = other.absolute;
+    opaque = other.opaque;
+    portPresent = other.portPresent;
+    hostPresent = other.hostPresent;
+    userInfoPresent = other.userInfoPresent;
+    pathHasDotSegments = other.pathHasDotSegments;
+    pathEmpty = other.pathEmpty;
+    queryOption = other.queryOption;
+}
+
 template <class String>
 void TemplateIRI<String>::swap(TemplateIRI& other) noexcept {
     if (this == &other) {
@@ -185,30 +146,13 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept {
     other.empty.store(empty.exchange(other.empty.load()));
     other.textIsCurrent.store(textIsCurrent.exchange(other.textIsCurrent.load()));
     other.hashKnown.store(hashKnown.exchange(other.hashKnown.load()));
-    text.swap(other.text);
+    other.hash.store(hash.exchange(other.hash.load()));
     parts.swap(other.parts);
     std::swap(portNumber, other.portNumber);
-    scheme.swap(other.scheme);
-    schemeUtf16.swap(other.schemeUtf16);
-    port.swap(other.port);
-    portUtf16.swap(other.portUtf16);
-    std::swap(schemePresent, other.schemePresent);
-    std::swap(queryPresent, other.queryPresent);
-    std::swap(fragmentPresent, other.fragmentPresent);
-    std::swap(authorityPresent, other.authorityPresent);
-    std::swap(absolutePath, other.absolutePath);
-    std::swap(absolute, other.absolute);
-    std::swap(opaque, other.opaque);
-    std::swap(portPresent, other.portPresent);
-    std::swap(hostPresent, other.hostPresent);
-    std::swap(userInfoPresent, other.userInfoPresent);
-    std::swap(pathHasDotSegments, other.pathHasDotSegments);
-    std::swap(pathEmpty, other.pathEmpty);
-    std::swap(queryOption, other.queryOption);
-    std::swap(hash, other.hash);
-    std::lock_guard<std::mutex> mine(mutex);
-    std::lock_guard<std::mutex> theirs(other.mutex);
-    cache.swap(other.cache);
+    TemplateIRI flags;
+    flags.copyFlags(*this);
+    copyFlags(other);
+    other.copyFlags(flags);
 }
 
 template <class String>
@@ -220,64 +164,66 @@ template <class String>
 void TemplateIRI<String>::clearFields() noexcept {
     empty.store(true);
     textIsCurrent.store(false);
-    String().swap(text);
     parts.reset();
-    String().swap(scheme);
-    std::u16string().swap(schemeUtf16);
-    String().swap(port);
-    std::u16string().swap(portUtf16);
-    schemePresent = queryPresent = fragmentPresent = authorityPresent = false;
-    absolutePath = absolute = opaque = portPresent = hostPresent = userInfoPresent = false;
-    pathHasDotSegments = false;
-    pathEmpty = true;
     portNumber = 0;
-    for (auto& entry : cache) {
-        String().swap(entry);
-    }
+    static const TemplateIRI blank;
+    copyFlags(blank);
     hashKnown.store(false);
-    hash = 0;
+    hash.store(0);
 }
 
 // ---------------------------------------------------------------------------------------------
 // Parsing
 
 template <class String>
-void TemplateIRI<String>::parse() {
-    if (text.empty()) {
-        parts.setPath(String(), kIriForm);
+void TemplateIRI<String>::parse(const std::u16string& utf16) {
+    if (utf16.empty()) {
+        parts.setPath(String(), Encoding(1));
         pathEmpty = true;
         textIsCurrent.store(true);
         return;
     }
-    textIsCurrent.store(true);
-    empty.store(false);
+    // The buffer only grows (no clearing and refilling), and the grammar reads the part
+    // written now.
+    String& codePoints = scratch();
+    if (codePoints.size() < utf16.size()) {
+        codePoints.resize(utf16.size());
+    }
+    struct Trim {
+        String& buffer;
+        ~Trim() {
+            if (buffer.size() > kScratchKept) {
+                String().swap(buffer);
+            }
+        }
+    } trim{codePoints};
+    const std::size_t length = writeCodePoints(utf16, codePoints.data());
+    const bool pairs = length != utf16.size();
+    const auto first = codePoints.cbegin();
+    const auto last = first + static_cast<std::ptrdiff_t>(length);
+    textIsCurrent.store(true, std::memory_order_relaxed);  // the value is not shared yet
+    empty.store(false, std::memory_order_relaxed);
     Parts<String> found;
-    if (!irigrammar::parseString<String>(text.cbegin(), text.cend(), found)) {
+    if (!irigrammar::parseString<String>(first, last, found)) {
         throwParsingFailed();
     }
     setPartFlags(found);
-    if (!found.scheme.present) {
-        found.scheme.setEmptyAt(text.cbegin());
-    }
-    found.update();
-    setStringParts(found);
-    if (schemePresent) {
-        const Range range = schemeRange(found);
-        scheme.assign(range.first, range.second);
-        schemeUtf16 = toUtf16(scheme);
-    }
     if (portPresent) {
-        const Range range = portRange(found);
-        String portText(range.first, range.second);
         unsigned short number = 0;
-        if (!portStringToNumeric(portText, number)) {
+        const std::wstring_view digits(
+            codePoints.data() + (found.port.first - codePoints.cbegin()),
+            static_cast<std::size_t>(found.port.last - found.port.first));
+        if (!portStringToNumeric(digits, number)) {
             throwParsingFailed();
         }
         portNumber = number;
-        portUtf16 = toUtf16(portText);
-        port = std::move(portText);
     }
-    pathHasDotSegments = containsDotSegments(parts.getPath(kIriForm));
+    if (!found.scheme.present) {
+        found.scheme.setEmptyAt(first);
+    }
+    found.update();
+    parts.adoptText(utf16);
+    setStringParts(found, codePoints, pairs);
 }
 
 template <class String>
@@ -299,27 +245,45 @@ void TemplateIRI<String>::setPartFlags(const Parts<String>& found) {
     }
 }
 
+// The ranges found in the code points, as offsets into the UTF-16 text.
 template <class String>
-void TemplateIRI<String>::setStringParts(const Parts<String>& found) {
-    const Range path = pathRange(found);
-    parts.setPath(String(path.first, path.second), kIriForm);
+void TemplateIRI<String>::setStringParts(const Parts<String>& found, const String& codePoints,
+                                         bool surrogatePairs) {
+    const auto begin = codePoints.cbegin();
+    // A code point above U+FFFF takes two UTF-16 units.
+    const auto offset = [&](Iterator at) {
+        auto units = static_cast<std::uint32_t>(at - begin);
+        if (surrogatePairs) {
+            for (auto it = begin; it != at; ++it) {
+                units += *it > 0xFFFF ? 1 : 0;
+            }
+        }
+        return units;
+    };
+    const auto place = [&](ComponentKind kind, const auto& range) {
+        parts.setRange(kind, offset(range.first), offset(range.last));
+    };
+    place(ComponentKind::Path, found.path);
     parts.setSchemePresent(schemePresent);
     if (userInfoPresent) {
-        const Range range = userInfoRange(found);
-        parts.setUserInfo(String(range.first, range.second), kIriForm);
+        place(ComponentKind::UserInfo, found.userInfo);
     }
     if (hostPresent) {
-        const Range range = hostRange(found);
-        parts.setHost(String(range.first, range.second), kIriForm);
+        place(ComponentKind::Host, found.host);
     }
     if (queryPresent) {
-        const Range range = queryRange(found);
-        parts.setQuery(String(range.first, range.second), kIriForm, queryOption);
+        place(ComponentKind::Query, found.query);
     }
     if (fragmentPresent) {
-        const Range range = fragmentRange(found);
-        parts.setFragment(String(range.first, range.second), kIriForm);
+        place(ComponentKind::Fragment, found.fragment);
     }
+    if (schemePresent) {
+        parts.setSchemeRange(offset(found.scheme.first), offset(found.scheme.last));
+    }
+    if (portPresent) {
+        parts.setPortRange(offset(found.port.first), offset(found.port.last));
+    }
+    pathHasDotSegments = containsDotSegments(parts.view(ComponentKind::Path, Form::Iri));
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -330,7 +294,7 @@ std::u16string TemplateIRI<String>::getScheme() const {
     if (!schemePresent) {
         throw AnonymousInternalException<std::runtime_error>("No scheme");
     }
-    return schemeUtf16;
+    return std::u16string(parts.scheme());
 }
 
 template <class String>
@@ -338,7 +302,7 @@ std::u16string TemplateIRI<String>::getPort() const {
     if (!portPresent) {
         throw AnonymousInternalException<std::runtime_error>("No port");
     }
-    return portUtf16;
+    return std::u16string(parts.port());
 }
 
 template <class String>
@@ -350,15 +314,14 @@ std::uint16_t TemplateIRI<String>::getPortNumber() const {
 }
 
 template <class String>
-template <class Getter>
-std::u16string TemplateIRI<String>::readComponent(Getter getter, const Encoding& encoding,
+std::u16string TemplateIRI<String>::readComponent(ComponentKind kind, const Encoding& encoding,
                                                   bool repair, bool escapeBrackets) const {
     try {
-        const String& value = (parts.*getter)(encoding);
+        const std::u16string_view value = parts.view(kind, encoding);
         if (repair && isStrict(encoding)) {
-            return toUtf16(repairPercents(value, escapeBrackets));
+            return repairPercents(value, escapeBrackets);
         }
-        return toUtf16(value);
+        return std::u16string(value);
     } catch (const std::runtime_error& e) {
         throw AnonymousInternalException<std::runtime_error>(e.what());
     }
@@ -367,34 +330,34 @@ std::u16string TemplateIRI<String>::readComponent(Getter getter, const Encoding&
 // User info is deliberately never repaired on its own, only inside the whole-string forms.
 template <class String>
 std::u16string TemplateIRI<String>::getUserInfo(const Encoding& encoding) const {
-    return readComponent(&StringParts::getUserInfo, encoding, false, false);
+    return readComponent(ComponentKind::UserInfo, encoding, false, false);
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::getHost(const Encoding& encoding) const {
-    return readComponent(&StringParts::getHost, encoding, true, false);
+    return readComponent(ComponentKind::Host, encoding, true, false);
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::getPath(const Encoding& encoding) const {
-    return readComponent(&StringParts::getPath, encoding, true, true);
+    return readComponent(ComponentKind::Path, encoding, true, true);
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::getQuery(const Encoding& encoding) const {
-    return readComponent(&StringParts::getQuery, encoding, true, true);
+    return readComponent(ComponentKind::Query, encoding, true, true);
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::getFragment(const Encoding& encoding) const {
-    return readComponent(&StringParts::getFragment, encoding, true, true);
+    return readComponent(ComponentKind::Fragment, encoding, true, true);
 }
 
 template <class String>
-String TemplateIRI<String>::getNativeAuthority(const Encoding& encoding) const {
-    String authority;
+std::u16string TemplateIRI<String>::getNativeAuthority(const Encoding& encoding) const {
+    std::u16string authority;
     try {
-        authority = parts.getAuthority(encoding);
+        authority = parts.authority(encoding);
     } catch (const std::runtime_error& e) {
         throw AnonymousInternalException<std::runtime_error>(e.what());
     }
@@ -403,19 +366,19 @@ String TemplateIRI<String>::getNativeAuthority(const Encoding& encoding) const {
     }
     if (portPresent) {
         authority.push_back(COLON);
-        authority += port;
+        authority += parts.port();
     }
     return authority;
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::getAuthority(const Encoding& encoding) const {
-    return toUtf16(getNativeAuthority(encoding));
+    return getNativeAuthority(encoding);
 }
 
 template <class String>
-String TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const {
-    String ssp;
+std::u16string TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const {
+    std::u16string ssp;
     if (authorityPresent) {
         ssp.push_back(FORWARD_SLASH);
         ssp.push_back(FORWARD_SLASH);
@@ -423,12 +386,16 @@ String TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const {
     }
     const bool strict = isStrict(encoding);
     try {
-        const String& path = parts.getPath(encoding);
-        ssp += strict ? repairPercents(path, true) : path;
+        const std::u16string_view path = parts.view(ComponentKind::Path, encoding);
+        ssp += strict ? std::u16string_view(repairPercents(path, true)) : path;
         if (queryPresent) {
-            const String& query = parts.getQuery(encoding);
+            const std::u16string_view query = parts.view(ComponentKind::Query, encoding);
             ssp.push_back(QUESTION_MARK);
-            ssp += strict ? repairPercents(query, true) : query;
+            if (strict) {
+                ssp += repairPercents(query, true);
+            } else {
+                ssp += query;
+            }
         }
     } catch (const std::runtime_error& e) {
         throw AnonymousInternalException<std::runtime_error>(e.what());
@@ -438,62 +405,64 @@ String TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const {
 
 template <class String>
 std::u16string TemplateIRI<String>::getSchemeSpecificPart(const Encoding& encoding) const {
-    return toUtf16(getNativeSsp(encoding));
+    return getNativeSsp(encoding);
 }
 
 // ---------------------------------------------------------------------------------------------
 // Serialisation
 
 template <class String>
-const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encoding) const {
+std::u16string_view TemplateIRI<String>::toNativeStringFromParts(const Encoding& encoding) const {
     static_cast<void>(formOf(encoding));  // refuses an unknown Encoding
     const std::uint32_t value = encoding.value();
-    if (value == 1 && textIsCurrent.load()) {
-        return text;
+    if (value == 1 && (textIsCurrent.load() || parts.isText())) {
+        return parts.text();
+    }
+    if (empty.load()) {
+        return {};
     }
     const std::size_t entryIndex = kCacheEntry[value];
-    String& entry = cache[entryIndex];
-    if (empty.load()) {
-        return entry;
-    }
-    {
-        std::lock_guard<std::mutex> lock(mutex);
-        if (!entry.empty()) {
-            return entry;
-        }
+    std::u16string_view cached;
+    if (parts.serialisation(entryIndex, cached)) {
+        return cached;
     }
 
-    // Built outside the lock: two threads may build the same entry, the first store wins.
+    // Two threads may build the same entry: the first to publish wins.
     const bool strict = isStrict(encoding);
-    const String authority =
-        authorityPresent ? getNativeAuthority(Encoding(strict ? value - 1 : value)) : String();
-    const String* path = nullptr;
-    const String* query = nullptr;
-    const String* fragment = nullptr;
+    const std::u16string authority = authorityPresent
+                                         ? getNativeAuthority(Encoding(strict ? value - 1 : value))
+                                         : std::u16string();
+    std::u16string_view path, query, fragment;
     try {
-        path = &parts.getPath(encoding);
-        query = queryPresent ? &parts.getQuery(encoding) : nullptr;
-        fragment = fragmentPresent ? &parts.getFragment(encoding) : nullptr;
+        path = parts.view(ComponentKind::Path, encoding);
+        query = queryPresent ? parts.view(ComponentKind::Query, encoding) : query;
+        fragment = fragmentPresent ? parts.view(ComponentKind::Fragment, encoding) : fragment;
     } catch (const std::runtime_error& e) {
         throw AnonymousInternalException<std::runtime_error>(e.what());
     }
+    const std::u16string_view scheme = parts.scheme();
 
-    const std::size_t length =
-        (schemePresent ? scheme.size() + 1 : 0) + (authorityPresent ? authority.size() + 2 : 0) +
-        path->size() + (query ? query->size() + 1 : 0) + (fragment ? fragment->size() + 1 : 0);
-    String plain;
+    const std::size_t length = (schemePresent ? scheme.size() + 1 : 0) +
+                               (authorityPresent ? authority.size() + 2 : 0) + path.size() +
+                               (queryPresent ? query.size() + 1 : 0) +
+                               (fragmentPresent ? fragment.size() + 1 : 0);
+    std::u16string plain;
     plain.reserve(length);
-    String repaired;
+    std::u16string repaired;
     if (strict) {
         repaired.reserve(length + length / 4);
     }
-    const auto appendBoth = [&](const String& piece, bool repair, bool escapeBrackets) {
+    const auto appendBoth = [&](std::u16string_view piece, bool repair, bool escapeBrackets) {
         plain += piece;
         if (strict) {
-            repaired += repair ? repairPercents(piece, escapeBrackets) : piece;
+            if (repair) {
+                repaired += repairPercents(piece, escapeBrackets);
+            } else {
+                repaired += piece;
+            }
         }
     };
-    const auto appendChar = [&](Char c) {
+    const auto appendChar = [&](char16_t c) {
         plain.push_back(c);
         if (strict) {
             repaired.push_back(c);
@@ -508,31 +477,27 @@ const String& TemplateIRI<String>::toNativeStringFromParts(const Encoding& encod
         appendChar(FORWARD_SLASH);
         appendBoth(authority, true, false);
     }
-    appendBoth(*path, true, true);
-    if (query) {
+    appendBoth(path, true, true);
+    if (queryPresent) {
         appendChar(QUESTION_MARK);
-        appendBoth(*query, true, true);
+        appendBoth(query, true, true);
     }
-    if (fragment) {
+    if (fragmentPresent) {
         appendChar(HASH_SIGN);
-        appendBoth(*fragment, true, true);
+        appendBoth(fragment, true, true);
     }
 
-    std::lock_guard<std::mutex> lock(mutex);
-    // Only non-empty results are stored: an empty entry may be read by other threads.
     const std::size_t baseIndex = value == 0 ? 0 : (value <= 2 ? 1 : 2);
-    if (cache[baseIndex].empty() && !plain.empty()) {
-        cache[baseIndex] = std::move(plain);
+    const std::u16string_view base = parts.publishSerialisation(baseIndex, plain);
+    if (!strict) {
+        return base;
     }
-    if (strict && entry.empty() && !repaired.empty()) {
-        entry = std::move(repaired);
-    }
-    return entry;
+    return parts.publishSerialisation(entryIndex, repaired);
 }
 
 template <class String>
 std::u16string TemplateIRI<String>::toStringFromParts(const Encoding& encoding) const {
-    return toUtf16(toNativeStringFromParts(encoding));
+    return std::u16string(toNativeStringFromParts(encoding));
 }
 
 template <class String>

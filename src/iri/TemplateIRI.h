@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -20,10 +21,11 @@ namespace foundation::network::iri::detail {
 
 struct IRIAccess;
 
-/// An IRI over a string of code points (instantiated for std::wstring). Const members may run
-/// from several threads at once: the serialisation caches are guarded by `mutex`, each
-/// component's derived forms by the component's own mutex, and the flags read outside locks
-/// are atomic. Writing while another thread reads is not supported.
+/// An IRI whose grammar and path work run over a string of code points (instantiated for
+/// std::wstring) and whose text is held as UTF-16 (`parts`). Const members may run from several
+/// threads at once: derived forms and serialisations are published once through atomic
+/// pointers and the hash under a once-flag. Writing while another thread reads is not
+/// supported.
 template <class String>
 class TemplateIRI {
 public:
@@ -44,15 +46,14 @@ public:
     /// unpaired surrogate, std::logic_error "IRI parsing failed" for text that is not an IRI
     /// reference or has an unusable port.
     explicit TemplateIRI(const std::u16string& utf16);
-    /// Copies under the source's mutex; the copy gets its own mutex and once-flag.
+    /// Copies the text, flags and every published form; the copy gets its own once-flag.
     TemplateIRI(const TemplateIRI& other);
-    /// Moves under the source's mutex.
     TemplateIRI(TemplateIRI&& other) noexcept;
     TemplateIRI& operator=(const TemplateIRI& other);
     TemplateIRI& operator=(TemplateIRI&& other) noexcept;
-    virtual ~TemplateIRI();
+    ~TemplateIRI();
 
-    /// Exchanges two values; this object's mutex is locked first, then the other's.
+    /// Exchanges two values.
     void swap(TemplateIRI& other) noexcept;
     /// Makes the value empty.
     void clear() noexcept;
@@ -90,19 +91,23 @@ public:
     /// The whole IRI in `encoding`, from the serialisation cache (filled on first use; the
     /// first store into an entry wins, so the reference stays valid while the value is not
     /// written). An unchanged parsed value gives its own text for Encoding 1.
-    const String& toNativeStringFromParts(const Encoding& encoding) const;
+    std::u16string_view toNativeStringFromParts(const Encoding& encoding) const;
     /// User info and "@", host (repaired for 2 and 4), and ":" and the port text.
-    String getNativeAuthority(const Encoding& encoding) const;
+    std::u16string getNativeAuthority(const Encoding& encoding) const;
     /// "//" and the authority when present, the path, and "?" and the query when present.
-    String getNativeSsp(const Encoding& encoding) const;
+    std::u16string getNativeSsp(const Encoding& encoding) const;
+
+    /// The scheme and the port text as written ("" when absent).
+    std::u16string_view schemeText() const noexcept { return parts.scheme(); }
+    std::u16string_view portText() const noexcept { return parts.port(); }
 
     /// The stored components (read-only).
     const StringParts& stringParts() const noexcept { return parts; }
 
     // Parsing driver.
-    void parse();
+    void parse(const std::u16string& utf16);
     void setPartFlags(const Parts<String>& found);
-    void setStringParts(const Parts<String>& found);
+    void setStringParts(const Parts<String>& found, const String& codePoints, bool surrogatePairs);
 
     static Range schemeRange(const Parts<String>& found) {
         return {found.scheme.first, found.scheme.last};
@@ -168,41 +173,35 @@ private:
     void takeQueryFrom(const TemplateIRI& from);
     void takeFragmentFrom(const TemplateIRI& from);
 
-    TemplateIRI(const TemplateIRI& other, const std::lock_guard<std::mutex>& sourceLock);
-    TemplateIRI(TemplateIRI&& other, const std::lock_guard<std::mutex>& sourceLock) noexcept;
-    template <class Getter>
-    std::u16string readComponent(Getter getter, const Encoding& encoding, bool repair,
+    std::u16string readComponent(ComponentKind kind, const Encoding& encoding, bool repair,
                                  bool escapeBrackets) const;
-    void clearFields() noexcept;
 
+    void clearFields() noexcept;
+    void copyFlags(const TemplateIRI& other) noexcept;
+
+    // Fields: the lifecycle members (TemplateIRI.cpp) copy, move, swap and clear each of them.
+    // The text and every component, scheme and port included, with the derived forms and the
+    // serialisations.
+    StringParts parts;
     std::atomic<bool> empty{true};
     std::atomic<bool> textIsCurrent{false};
-    String text;
-    StringParts parts;
     std::uint16_t portNumber = 0;
-    String scheme;
-    std::u16string schemeUtf16;
-    String port;
-    std::u16string portUtf16;
-    bool schemePresent = false;
-    bool queryPresent = false;
-    bool fragmentPresent = false;
-    bool authorityPresent = false;
-    bool absolutePath = false;
-    bool absolute = false;
-    bool opaque = false;
-    bool portPresent = false;
-    bool hostPresent = false;
-    bool userInfoPresent = false;
-    bool pathHasDotSegments = false;
-    bool pathEmpty = true;
-    bool queryOption = false;
-    mutable std::once_flag hashOnce;
+    bool schemePresent : 1 = false;
+    bool queryPresent : 1 = false;
+    bool fragmentPresent : 1 = false;
+    bool authorityPresent : 1 = false;
+    bool absolutePath : 1 = false;
+    bool absolute : 1 = false;
+    bool opaque : 1 = false;
+    bool portPresent : 1 = false;
+    bool hostPresent : 1 = false;
+    bool userInfoPresent : 1 = false;
+    bool pathHasDotSegments : 1 = false;
+    bool pathEmpty : 1 = true;
+    bool queryOption : 1 = false;
     mutable std::atomic<bool> hashKnown{false};
-    mutable std::uint64_t hash = 0;
-    mutable std::mutex mutex;
-    // Entry 0: Encoding 0; 1: Encoding 1; 2: Encoding 3; 3: Encoding 2; 4: Encoding 4.
-    mutable std::array<String, 5> cache;
+    mutable std::once_flag hashOnce;
+    mutable std::atomic<std::uint64_t> hash{0};
 };
 
 extern template class TemplateIRI<std::wstring>;

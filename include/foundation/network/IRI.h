@@ -23,9 +23,9 @@ class IRIArgs;
 /// Unicode text (`toString`) or as ASCII URI text (`toAsciiString`).
 ///
 /// A plain value: copy, move, swap and `clear()`. Every const member may run on one object from
-/// several threads at once (lazily derived forms are guarded inside); changing an object while
-/// another thread reads it is not supported. No member blocks other than on the object's own
-/// short internal locks.
+/// several threads at once (lazily derived forms are published once, without locks); changing
+/// an object while another thread reads it is not supported. No member blocks, except that a
+/// first `hashValue()` may wait for another thread computing the same hash.
 ///
 /// Failures are exceptions of the `foundation::core::except` family, catchable by their
 /// standard base: `std::logic_error` ("IRI parsing failed") for text that is not an IRI
@@ -158,7 +158,7 @@ private:
 
     // The implementation object lives in place here; its real size and alignment are checked
     // where it is defined.
-    static constexpr std::size_t kStorageSize = 1304;
+    static constexpr std::size_t kStorageSize = 128;
     static constexpr std::size_t kStorageAlign = 8;
     alignas(kStorageAlign) unsigned char storage_[kStorageSize];
 };

@@ -1,6 +1,6 @@
 #include "iri/grammar/PathSegments.h"
 
-#include <boost/spirit/include/qi.hpp>
+#include <string_view>
 
 #include "iri/grammar/DoNotDecodeSets.h"
 #include "iri/grammar/PercentDecoder.h"
@@ -9,76 +9,80 @@ namespace foundation::network::iri::detail {
 
 namespace {
 
-namespace qi = boost::spirit::qi;
-using Iterator = std::wstring::const_iterator;
 using Segments = std::vector<std::wstring>;
-
-// Splits a path into its segments, each after the first with its leading "/". Every
-// alternative yields the text it matched (raw), so the elements concatenate to the path.
-struct SplitGrammar : qi::grammar<Iterator, Segments()> {
-    SplitGrammar() : SplitGrammar::base_type(start) {
-        using qi::eoi;
-        using qi::lit;
-        using qi::raw;
-        const auto segment = qi::copy(+(qi::standard_wide::char_ - L'/'));
-        // first = "//" segment / "/" segment / "/" end / segment / "/" before "/"
-        // The last alternative is ours: an empty first segment after the root ("//", "///a")
-        // becomes a "/" element instead of failing the split.
-        first = raw[lit(L"//") >> segment] | raw[lit(L'/') >> segment] | raw[lit(L'/') >> eoi] |
-                raw[segment] | raw[lit(L'/') >> &lit(L'/')];
-        // middle = "/" segment / "/" before "/" ; an empty inner segment ("/a//b") becomes "/"
-        middle = raw[lit(L'/') >> segment] | raw[lit(L'/') >> &lit(L'/')];
-        // last = "/" end ; a trailing slash
-        last = raw[lit(L'/') >> eoi];
-        start = first >> *middle >> -last;
-    }
-    qi::rule<Iterator, std::wstring()> first;
-    qi::rule<Iterator, std::wstring()> middle;
-    qi::rule<Iterator, std::wstring()> last;
-    qi::rule<Iterator, Segments()> start;
-};
 
 }  // namespace
 
+// The first element is "//" and a segment, "/" and a segment, a lone "/" (the root, or an empty
+// first segment before another "/"), or a segment; every later one "/" and a segment, or "/"
+// alone for an empty segment or a trailing slash.
 bool splitPathIntoSegments(const std::wstring& path, Segments& out) {
-    static const SplitGrammar g;
-    Segments segments;
-    auto first = path.begin();
-    if (!qi::parse(first, path.end(), g, segments) || first != path.end()) {
+    if (path.empty()) {
         return false;
+    }
+    const std::size_t n = path.size();
+    Segments segments;
+    const auto take = [&](std::size_t from, std::size_t to) {
+        segments.emplace_back(path, from, to == std::wstring::npos ? n - from : to - from);
+        return to == std::wstring::npos ? n : to;
+    };
+    std::size_t i = 0;
+    if (n >= 3 && path[0] == L'/' && path[1] == L'/' && path[2] != L'/') {
+        i = take(0, path.find(L'/', 2));
+    } else if (path[0] == L'/') {
+        i = n > 1 && path[1] == L'/' ? take(0, 1) : take(0, path.find(L'/', 1));
+    } else {
+        i = take(0, path.find(L'/'));
+    }
+    while (i < n) {
+        i = i + 1 < n && path[i + 1] == L'/' ? take(i, i + 1) : take(i, path.find(L'/', i + 1));
     }
     out = std::move(segments);
     return true;
 }
 
-bool containsDotSegments(const std::wstring& path) {
+namespace {
+
+template <class Char>
+bool holdsDotSegments(std::basic_string_view<Char> path) {
     const std::size_t length = path.size();
+    const auto at = [&](std::size_t i, char c) { return i < length && path[i] == Char(c); };
     if (length == 0) {
         return false;
     }
     if (length == 2) {
-        return path == L".." || path == L"./" || path == L"/.";
+        return (at(0, '.') && at(1, '.')) || (at(0, '.') && at(1, '/')) ||
+               (at(0, '/') && at(1, '.'));
     }
     if (length == 1) {
-        return path == L".";
+        return at(0, '.');
     }
-    for (std::size_t p = path.find(L'.'); p != std::wstring::npos; p = path.find(L'.', p + 1)) {
+    for (std::size_t p = path.find(Char('.')); p != path.npos; p = path.find(Char('.'), p + 1)) {
         if (p == 0) {
-            if (path.compare(1, 2, L"./") == 0 || path[1] == L'/') {
+            if ((at(1, '.') && at(2, '/')) || at(1, '/')) {
                 return true;
             }
         } else if (p == length - 1) {
-            return path[p - 1] == L'/';
+            return at(p - 1, '/');
         } else if (p == length - 2) {
             // Kept deliberately: the scan stops here, so "/a/./" is not seen as holding a dot
             // segment; resolution relies on exactly this answer.
-            return path[length - 3] == L'/' && path[length - 1] == L'.';
-        } else if (path[p - 1] == L'/' &&
-                   (path.compare(p + 1, 2, L"./") == 0 || path[p + 1] == L'/')) {
+            return at(length - 3, '/') && at(length - 1, '.');
+        } else if (at(p - 1, '/') && ((at(p + 1, '.') && at(p + 2, '/')) || at(p + 1, '/'))) {
             return true;
         }
     }
     return false;
+}
+
+}  // namespace
+
+bool containsDotSegments(const std::wstring& path) {
+    return holdsDotSegments(std::wstring_view(path));
+}
+
+bool containsDotSegments(std::u16string_view path) {
+    return holdsDotSegments(path);
 }
 
 void PathPercentDecoder::transcode(const std::wstring& in, std::wstring& out) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace foundation::network::iri::detail {
@@ -16,6 +17,7 @@ bool splitPathIntoSegments(const std::wstring& path, std::vector<std::wstring>& 
 /// Whether the path holds a "." or ".." segment. A "." just before a final "/" ("/a/./") is
 /// not seen; resolution relies on exactly this scan.
 bool containsDotSegments(const std::wstring& path);
+bool containsDotSegments(std::u16string_view path);
 
 /// Decodes the percent-escapes of a path, except those of characters that would change how the
 /// path parses (the path's do-not-decode set), which stay as written. Stateless; its grammar is

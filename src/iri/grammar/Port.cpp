@@ -7,7 +7,7 @@ namespace foundation::network::iri::detail {
 
 namespace qi = boost::spirit::qi;
 
-bool portStringToNumeric(const std::wstring& text, unsigned short& out) {
+bool portStringToNumeric(std::wstring_view text, unsigned short& out) {
     // ASCII digits only, any count (leading zeros), no sign; the parser fails on overflow.
     static const qi::uint_parser<unsigned short, 10, 1, -1> grammar;
     auto first = text.begin();

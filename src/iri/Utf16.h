@@ -1,0 +1,43 @@
+/// @file
+/// @brief Quick conversions between the IRI's UTF-16 storage and the code points its grammar
+/// and codecs work on. Text without surrogates converts unit for unit; anything else goes
+/// through the checked conversions, which also give the errors their texts.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "iri/grammar/Unicode.h"
+
+namespace foundation::network::iri::detail {
+
+inline bool isSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDFFF;
+}
+
+/// Appends the code points of `utf16` to `out`. Throws std::out_of_range ("Misplaced UTF-16
+/// surrogate U+...") for an unpaired surrogate. Returns whether a surrogate pair was seen.
+/// Writes the code points of `utf16` to `out`, which has room for `utf16.size()` of them, and
+/// returns how many it wrote. Throws std::out_of_range ("Misplaced UTF-16 surrogate U+...") for
+/// an unpaired surrogate.
+std::size_t writeCodePoints(std::u16string_view utf16, wchar_t* out);
+
+inline std::wstring widen(std::u16string_view utf16) {
+    std::wstring out(utf16.size(), L'\0');
+    out.resize(writeCodePoints(utf16, out.data()));
+    return out;
+}
+
+/// Appends `codePoints` as UTF-16. Throws std::out_of_range for a surrogate value or one above
+/// U+10FFFF.
+void appendUtf16(std::wstring_view codePoints, std::u16string& out);
+
+inline std::u16string narrow(std::wstring_view codePoints) {
+    std::u16string out;
+    out.reserve(codePoints.size());
+    appendUtf16(codePoints, out);
+    return out;
+}
+
+}  // namespace foundation::network::iri::detail
