@@ -168,6 +168,21 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
             // Paths that differ only in dot segments: name A's last segment in B's directory.
             String relative = getRelativePath(b);
             setPath(relative.empty() ? getMinimalRelativePath() : std::move(relative));
+            // Dot removal over a rootless path with empty segments can root or shorten the
+            // merged path ("T/..//x/" + "../i" gives "//i"): where that may happen the
+            // reference is checked, and A, which has a scheme, stands for itself otherwise.
+            if (a.schemePresent && !a.pathHasDotSegments &&
+                (hasEmptySegment(path) || hasEmptySegment(basePath))) {
+                TemplateIRI candidate = t;
+                if (a.queryPresent) {
+                    candidate.takeQueryFrom(a);
+                }
+                candidate.takeFragmentFrom(a);
+                candidate.finishFlags();
+                if (!(candidate.doResolve(b) == a)) {
+                    return a;
+                }
+            }
         }
     }
     // Equal queries are left to resolution only where the path is empty: a non-empty path

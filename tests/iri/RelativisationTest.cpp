@@ -72,6 +72,9 @@ TEST(RelativisationTest, ResultsResolveBack) {
         {"?x", "?y", "?x"},
         {"//h/a", "//h/b", "a"},
         {"s:a/c", "s:a/b", "./c"},
+        // A rootless base whose dot removal crosses an empty segment: the target stands whole.
+        {"s:i//j?q#f", "s:T/..//x/y", "s:i//j?q#f"},
+        {"s:a//b/d", "s:a//b/c", "./d"},
     };
     for (const auto& c : cases) {
         const IRI target(u16(c.target));
