@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "Json.h"
 #include "Text.h"
 
 namespace fnet {
@@ -18,6 +19,33 @@ std::optional<foundation::network::IRI> readIri(std::string_view utf8, std::stri
         error = e.what();
         return std::nullopt;
     }
+}
+
+int runAgainstBase(const Cli& cli, const RecordKeys& keys, const AgainstBase& handle) {
+    const std::string& baseText = cli.arguments().front();
+    std::string baseError;
+    const std::optional<foundation::network::IRI> base = readIri(baseText, baseError);
+    const bool json = cli.json();
+    return runInputs(cli, 1, keys, [&]() -> Handler {
+        // Each worker works against its own copy of the base.
+        return [&, base](std::span<const std::string_view> items, Outcome& out) {
+            if (json) {
+                out.keys["base"] = jsonSafe(baseText);
+            }
+            if (!base) {
+                out.subject = baseText;
+                out.fail("base: " + baseError);
+                return;
+            }
+            std::string error;
+            const std::optional<foundation::network::IRI> iri = readIri(items[0], error);
+            if (!iri) {
+                out.fail(error);
+                return;
+            }
+            handle(*iri, *base, out);
+        };
+    });
 }
 
 }  // namespace fnet

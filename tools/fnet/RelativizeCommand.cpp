@@ -1,11 +1,9 @@
 // fnet relativize: each IRI written relative to a base, and whether it resolves back.
 #include <exception>
-#include <optional>
 #include <string>
 
 #include "Commands.h"
 #include "IriInput.h"
-#include "Json.h"
 #include "Runner.h"
 #include "Text.h"
 
@@ -43,37 +41,19 @@ int runRelativize(int argc, char** argv) {
     if (cli.arguments().size() < 2) {
         return cli.usageError("needs a base and at least one IRI");
     }
-    const std::string& baseText = cli.arguments().front();
-    std::string baseError;
-    const std::optional<IRI> base = readIri(baseText, baseError);
     const bool json = cli.json();
-    return runInputs(cli, 1, {"base", "relative", "roundTrip"}, [&]() -> Handler {
-        return [&, base](std::span<const std::string_view> items, Outcome& out) {
-            if (json) {
-                out.keys["base"] = jsonSafe(baseText);
-            }
-            if (!base) {
-                out.subject = baseText;
-                out.fail("base: " + baseError);
-                return;
-            }
-            std::string error;
-            const std::optional<IRI> iri = readIri(items[0], error);
-            if (!iri) {
-                out.fail(error);
-                return;
-            }
-            const IRI result = iri->makeRelativeTo(*base);
-            const bool roundTrip = readsBack(result, *base, *iri);
-            const std::string relative = utf16ToUtf8(result.toString(false));
-            if (json) {
-                out.keys["relative"] = relative;
-                out.keys["roundTrip"] = roundTrip;
-            } else {
-                out.text = relative + "\n";
-            }
-        };
-    });
+    const auto relativize = [&](const IRI& iri, const IRI& base, Outcome& out) {
+        const IRI result = iri.makeRelativeTo(base);
+        const bool roundTrip = readsBack(result, base, iri);
+        const std::string relative = utf16ToUtf8(result.toString(false));
+        if (json) {
+            out.keys["relative"] = relative;
+            out.keys["roundTrip"] = roundTrip;
+        } else {
+            out.text = relative + "\n";
+        }
+    };
+    return runAgainstBase(cli, {"base", "relative", "roundTrip"}, relativize);
 }
 
 }  // namespace fnet

@@ -1,11 +1,9 @@
 // fnet resolve: the target of each reference resolved against a base.
 #include <exception>
-#include <optional>
 #include <string>
 
 #include "Commands.h"
 #include "IriInput.h"
-#include "Json.h"
 #include "Runner.h"
 #include "Text.h"
 
@@ -27,42 +25,23 @@ int runResolve(int argc, char** argv) {
     if (cli.arguments().size() < 2) {
         return cli.usageError("needs a base and at least one reference");
     }
-    const std::string& baseText = cli.arguments().front();
-    std::string baseError;
-    const std::optional<IRI> base = readIri(baseText, baseError);
     const bool json = cli.json();
     const bool ascii = cli.has("--ascii");
-    return runInputs(cli, 1, {"base", "target", "targetAscii"}, [&]() -> Handler {
-        // Each worker resolves against its own copy of the base.
-        return [&, base](std::span<const std::string_view> items, Outcome& out) {
-            if (json) {
-                out.keys["base"] = jsonSafe(baseText);
-            }
-            if (!base) {
-                out.subject = baseText;
-                out.fail("base: " + baseError);
-                return;
-            }
-            std::string error;
-            const std::optional<IRI> reference = readIri(items[0], error);
-            if (!reference) {
-                out.fail(error);
-                return;
-            }
-            const IRI target = reference->resolveAgainst(*base);
-            const std::string text = utf16ToUtf8(target.toString(false));
-            // IRI text without a non-ASCII character is its own URI text.
-            const auto asciiText = [&] {
-                return isAscii(text) ? text : utf16ToUtf8(target.toAsciiString(false));
-            };
-            if (json) {
-                out.keys["target"] = text;
-                out.keys["targetAscii"] = asciiText();
-            } else {
-                out.text = (ascii ? asciiText() : text) + "\n";
-            }
+    const auto resolve = [&](const IRI& reference, const IRI& base, Outcome& out) {
+        const IRI target = reference.resolveAgainst(base);
+        const std::string text = utf16ToUtf8(target.toString(false));
+        // IRI text without a non-ASCII character is its own URI text.
+        const auto asciiText = [&] {
+            return isAscii(text) ? text : utf16ToUtf8(target.toAsciiString(false));
         };
-    });
+        if (json) {
+            out.keys["target"] = text;
+            out.keys["targetAscii"] = asciiText();
+        } else {
+            out.text = (ascii ? asciiText() : text) + "\n";
+        }
+    };
+    return runAgainstBase(cli, {"base", "target", "targetAscii"}, resolve);
 }
 
 }  // namespace fnet
