@@ -1,5 +1,6 @@
-# Install rules: headers, the three shared libraries, the tool, a CMake package
-# (find_package(FoundationNetwork) -> foundation::network) and a pkg-config file.
+# Install rules: headers, the three shared libraries, the tool and its manual page, a CMake
+# package (find_package(FoundationNetwork) -> foundation::network) and a pkg-config file; and a
+# Debian package of all of it (cmake/Package.cmake).
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -15,17 +16,15 @@ install(TARGETS foundation_network foundation_core fl_i18n
     EXPORT FoundationNetworkTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
-install(DIRECTORY
-    ${PROJECT_SOURCE_DIR}/include/
-    ${PROJECT_SOURCE_DIR}/core/include/
-    ${PROJECT_SOURCE_DIR}/i18n/include/
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
-    FILES_MATCHING PATTERN "*.h")
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 if(TARGET fnet)
     file(RELATIVE_PATH _fn_bin_to_lib "/prefix/${CMAKE_INSTALL_BINDIR}" "/prefix/${CMAKE_INSTALL_LIBDIR}")
     set_target_properties(fnet PROPERTIES INSTALL_RPATH "$ORIGIN/${_fn_bin_to_lib}")
     install(TARGETS fnet RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
+    if(FNET_MAN_PAGE)
+        install(FILES ${FNET_MAN_PAGE} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT runtime)
+    endif()
 endif()
 
 install(EXPORT FoundationNetworkTargets
@@ -46,3 +45,5 @@ file(RELATIVE_PATH FNET_PC_TO_PREFIX "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig"
 configure_file(cmake/foundation-network.pc.in "${PROJECT_BINARY_DIR}/foundation-network.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/foundation-network.pc"
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+include(${PROJECT_SOURCE_DIR}/cmake/Package.cmake)

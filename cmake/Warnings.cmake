@@ -6,3 +6,11 @@ function(fn_enable_warnings target)
     endif()
 endfunction()
 option(FNET_WERROR "Treat warnings as errors" OFF)
+
+# The same for every target a directory still creates, such as the header checks CMake generates.
+macro(fn_enable_directory_warnings)
+    add_compile_options(-Wall -Wextra -Wpedantic)
+    if(FNET_WERROR)
+        add_compile_options(-Werror)
+    endif()
+endmacro()

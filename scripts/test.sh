@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# Builds everything and runs every test: the default build, then the AddressSanitizer and
-# UndefinedBehaviorSanitizer build, then the ThreadSanitizer build, then one quick pass of every
-# benchmark over a slice of the corpora (a smoke check; times are not judged), then every fuzzer
-# for a bounded time (FNET_FUZZ_SECONDS each, default 45; two at a time on two cores).
-# Last, the library is installed to a scratch prefix and the consumer example is built against it
-# with find_package and with pkg-config, and run.
-# Usage: scripts/test.sh [default|asan-ubsan|tsan|bench|fuzz|install]...   (no argument: all of them)
+# Builds everything and runs every test: the default build, then the static checks (clang-format
+# and clang-tidy, every finding an error), then the AddressSanitizer and UndefinedBehaviorSanitizer
+# build, then the ThreadSanitizer build, then one quick pass of every benchmark over a slice of
+# the corpora (a smoke check; times are not judged), then every fuzzer for a bounded time
+# (FNET_FUZZ_SECONDS each, default 45; two at a time on two cores).
+# Last, the library is installed to a scratch prefix and packaged as a .deb, and the consumer
+# examples are built against each (find_package, pkg-config, add_subdirectory) and run.
+# Usage: scripts/test.sh [default|lint|asan-ubsan|tsan|bench|fuzz|install]...   (no argument: all)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -13,7 +14,7 @@ scripts/setup.sh
 
 steps=("$@")
 if [ ${#steps[@]} -eq 0 ]; then
-    steps=(default asan-ubsan tsan bench fuzz install)
+    steps=(default lint asan-ubsan tsan bench fuzz install)
 fi
 
 jobs=$(nproc)
@@ -23,6 +24,18 @@ for step in "${steps[@]}"; do
         bench)
             cmake --preset default >/dev/null
             cmake --build --preset default --target bench-smoke -j "$jobs"
+            ;;
+        lint)
+            find include src core i18n tools tests bench examples \( -name '*.cpp' -o -name '*.h' \) \
+                -print0 | xargs -0 clang-format-14 --dry-run --Werror
+            cmake --preset default >/dev/null  # the compilation database clang-tidy reads
+            run-clang-tidy-14 -clang-tidy-binary clang-tidy-14 -p build/default -quiet \
+                -extra-arg=-Wno-unknown-warning-option \
+                -j "$jobs" "$PWD/(src|core|i18n|tools)/.*\.cpp$" >build/default/clang-tidy.log 2>&1 || {
+                grep -E '(warning|error):' build/default/clang-tidy.log | sort -u >&2
+                echo "test.sh: clang-tidy findings (build/default/clang-tidy.log)" >&2
+                exit 1
+            }
             ;;
         fuzz)
             scripts/fuzz.sh "${FNET_FUZZ_SECONDS:-45}"

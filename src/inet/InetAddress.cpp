@@ -12,6 +12,8 @@ InetAddress::InetAddress(std::array<unsigned char, 4> bytes)
 InetAddress::InetAddress(std::array<unsigned char, 16> bytes)
     : impl_(std::make_shared<const InetAddressImpl>(bytes)) {}
 
+// The public signature takes the bytes by value.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 InetAddress::InetAddress(std::vector<unsigned char> bytes)
     : impl_(std::make_shared<const InetAddressImpl>(bytes)) {}
 

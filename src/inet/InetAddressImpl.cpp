@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <stdexcept>
+#include <utility>
 
 #include <boost/system/system_error.hpp>
 
@@ -58,7 +59,7 @@ bool hasPrefix(const std::array<unsigned char, N>& bytes,
 
 }  // namespace
 
-InetAddressImpl::InetAddressImpl(boost::asio::ip::address address) : address_(address) {}
+InetAddressImpl::InetAddressImpl(boost::asio::ip::address address) : address_(std::move(address)) {}
 
 InetAddressImpl::InetAddressImpl(const std::array<unsigned char, 4>& bytes)
     : address_(ip::address_v4(bytes)) {}

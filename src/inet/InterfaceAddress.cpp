@@ -7,6 +7,8 @@ namespace foundation::network {
 
 InterfaceAddress::InterfaceAddress() : InterfaceAddress(InetAddress(), 0) {}
 
+// The public signature takes the address by value.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 InterfaceAddress::InterfaceAddress(InetAddress address, unsigned short prefixLength)
     : impl_(std::make_shared<const InterfaceAddressImpl>(getInetAddressImpl(address).address(),
                                                          prefixLength)) {}

@@ -25,7 +25,9 @@ TEST(CodecvtTest, NonAsciiTravelsAsUtf8) {
         std::u16string wide;
         std::string narrow;
     } cases[] = {
-        {u"b\u00fccher", "b\xc3\xbc" "cher"},
+        {u"b\u00fccher",
+         "b\xc3\xbc"
+         "cher"},
         {u"\u4e2d\u6587", "\xe4\xb8\xad\xe6\x96\x87"},
         {u"\U0001F600", "\xf0\x9f\x98\x80"},  // a surrogate pair
         {u"", ""},
@@ -39,9 +41,12 @@ TEST(CodecvtTest, NonAsciiTravelsAsUtf8) {
 TEST(CodecvtTest, BrokenInputBecomesReplacementCharacter) {
     // An unpaired surrogate cannot be UTF-8: it becomes U+FFFD.
     EXPECT_EQ(codecvt_ustring_to_ascii()(std::u16string(u"a") + char16_t(0xD800) + u"b"),
-              "a\xef\xbf\xbd" "b");
+              "a\xef\xbf\xbd"
+              "b");
     // Invalid UTF-8 sequences become U+FFFD; the valid text around them stays.
-    EXPECT_EQ(codecvt_ascii_to_ustring()(std::string("a\xff" "b")), u"a\ufffdb");
+    EXPECT_EQ(codecvt_ascii_to_ustring()(std::string("a\xff"
+                                                     "b")),
+              u"a\ufffdb");
     EXPECT_EQ(codecvt_ascii_to_ustring()(std::string("a\xc3")), u"a\ufffd");
 }
 

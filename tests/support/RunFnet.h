@@ -28,8 +28,8 @@ inline ToolRun runFnet(const std::string& arguments, const std::string& stdinTex
     }
     const std::string dir = directory;
     std::ofstream(dir + "/in", std::ios::binary) << stdinText;
-    const std::string command = "'" FNET_EXE "' " + arguments + " <'" + dir + "/in' >'" + dir +
-                                "/out' 2>'" + dir + "/err'";
+    const std::string command =
+        "'" FNET_EXE "' " + arguments + " <'" + dir + "/in' >'" + dir + "/out' 2>'" + dir + "/err'";
     const int wait = std::system(command.c_str());
     run.status = WIFEXITED(wait) ? WEXITSTATUS(wait) : -1;
     const auto slurp = [&](const char* name) {

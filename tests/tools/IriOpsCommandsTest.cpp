@@ -22,7 +22,8 @@ TEST(IriOpsCommandsTest, Resolve) {
     EXPECT_EQ(plain.out,
               "http://a/b/c/g\nhttp://a/b/g\nhttp://a/b/c/d;p?q\nhttp://a/b/c/d;p?y\n"
               "http://a/b/c/d;p?q#s\n");
-    EXPECT_EQ(fnet("resolve --ascii 'http://h/\xc3\xa4/' x%2F").out, "http://h/%C3%A4/x%2F\n");
+    EXPECT_EQ(fnet("resolve --ascii 'http://h/\xc3\xa4/' x%2F 'http://%C3%A4.h/%7e'").out,
+              "http://h/%C3%A4/x%2F\nhttp://%C3%A4.h/%7e\n");
     const Outcome json = fnet("resolve --json -- 'http://h/a' ':x' 'b'");
     EXPECT_EQ(json.status, 1);
     EXPECT_EQ(json.out,

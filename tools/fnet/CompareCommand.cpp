@@ -50,8 +50,8 @@ int runCompare(int argc, char** argv) {
                        " hashB=" + std::to_string(b->hashValue()) + "\n";
         }
     };
-    return runInputs(
-        cli, 0, {"equal", "less", "hashA", "hashB"}, [&]() -> Handler { return handler; }, 2);
+    return runInputs(cli, 0, {"equal", "less", "hashA", "hashB"},
+                     [&]() -> Handler { return handler; }, {.group = 2});
 }
 
 }  // namespace fnet

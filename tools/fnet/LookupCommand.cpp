@@ -48,7 +48,8 @@ int runLookup(int argc, char** argv) {
         }
         out.text += "\n";
     };
-    return runInputs(cli, 0, {"addresses"}, [&]() -> Handler { return handler; });
+    // Each input waits on the resolver: every one may have a thread.
+    return runInputs(cli, 0, {"addresses"}, [&]() -> Handler { return handler; }, {.perThread = 1});
 }
 
 }  // namespace fnet

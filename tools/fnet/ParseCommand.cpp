@@ -76,7 +76,7 @@ void parseOne(std::string_view input, Outcome& out, bool json) {
         out.fail(kInvalidUtf8);
     } else {
         try {
-            IRI{*utf16};
+            [[maybe_unused]] const IRI checked(*utf16);
             splitComponents(input, components);
             valid = true;
         } catch (const std::logic_error&) {
@@ -111,12 +111,11 @@ int runParse(int argc, char** argv) {
             "Checks each TEXT (UTF-8) against the IRI grammar (RFC 3987 IRI-reference, a port\n"
             "from 0 to 65535) and shows its components: scheme, userInfo, host, port, path,\n"
             "query, fragment, each with its text as written or absent. A present component may\n"
-            "be empty (\"x://@h?\" has an empty user info and query). Plain output: a block of "
-            "\"name value\"\n"
-            "lines per input (valid yes/no, then each component quoted, or (absent)), a blank\n"
-            "line after it. With --json: one object per input with the keys input, valid,\n"
-            "scheme, userInfo, host, port, path, query, fragment (text or null) and error (null,\n"
-            "or the message). Text the grammar refuses counts as failed.");
+            "be empty (\"x://@h?\" has an empty user info and query). Plain output: a block\n"
+            "of \"name value\" lines per input (valid yes/no, then each component quoted, or\n"
+            "(absent)), a blank line after it. With --json: one object per input with the keys\n"
+            "input, valid, scheme, userInfo, host, port, path, query, fragment (text or null)\n"
+            "and error (null, or the message). Text the grammar refuses counts as failed.");
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
     }

@@ -50,13 +50,16 @@ int runResolve(int argc, char** argv) {
                 return;
             }
             const IRI target = reference->resolveAgainst(*base);
+            const std::string text = utf16ToUtf8(target.toString(false));
+            // IRI text without a non-ASCII character is its own URI text.
+            const auto asciiText = [&] {
+                return isAscii(text) ? text : utf16ToUtf8(target.toAsciiString(false));
+            };
             if (json) {
-                out.keys["target"] = utf16ToUtf8(target.toString(false));
-                out.keys["targetAscii"] = utf16ToUtf8(target.toAsciiString(false));
+                out.keys["target"] = text;
+                out.keys["targetAscii"] = asciiText();
             } else {
-                out.text =
-                    utf16ToUtf8(ascii ? target.toAsciiString(false) : target.toString(false));
-                out.text += '\n';
+                out.text = (ascii ? asciiText() : text) + "\n";
             }
         };
     });

@@ -30,7 +30,8 @@ int runNameOfAddress(int argc, char** argv, const char* command, const char* des
             out.text = input + "\t" + found + "\n";
         }
     };
-    return runInputs(cli, 0, {"name"}, [&]() -> Handler { return handler; });
+    // Each input waits on the resolver: every one may have a thread.
+    return runInputs(cli, 0, {"name"}, [&]() -> Handler { return handler; }, {.perThread = 1});
 }
 
 }  // namespace

@@ -23,8 +23,6 @@ namespace {
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 // Standard input is read in blocks of up to this size (a pipe gives what it holds at once).
 constexpr std::size_t kReadSize = std::size_t{1} << 20;
-// Below this many inputs per thread a block is not worth splitting.
-constexpr std::size_t kMinInputsPerWorker = 64;
 
 void put(std::FILE* stream, const std::string& text) {
     if (!text.empty()) {
@@ -66,11 +64,12 @@ struct Worker {
 class Engine {
 public:
     Engine(const Cli& cli, const RecordKeys& keys, const std::function<Handler()>& makeHandler,
-           std::size_t group)
+           InputShape shape)
         : cli_(cli),
           keys_(keys),
           makeHandler_(makeHandler),
-          group_(group),
+          group_(shape.group),
+          perThread_(shape.perThread),
           interactive_(::isatty(STDOUT_FILENO) == 1),
           maxWorkers_(interactive_ ? 1 : cli.jobs()) {}
 
@@ -95,48 +94,56 @@ public:
     }
 
     void readStandardInput() {
-        std::string buffer;
+        // Grown only when a line outgrows it, never cleared: a read of a few bytes (a person
+        // typing, a producer writing line by line) costs a few bytes.
+        std::vector<char> buffer(kReadSize);
+        std::size_t used = 0;
         std::size_t scanned = 0;  // no newline before this offset
         bool atStart = true;
         std::vector<std::string_view> lines;
         for (;;) {
-            const std::size_t had = buffer.size();
-            const std::size_t want = std::max(kReadSize, had);
-            buffer.resize(had + want);
-            const ssize_t got = ::read(STDIN_FILENO, buffer.data() + had, want);
+            if (used == buffer.size()) {
+                buffer.resize(buffer.size() * 2);
+            }
+            const ssize_t got = ::read(STDIN_FILENO, buffer.data() + used, buffer.size() - used);
+            if (got < 0 && errno == EINTR) {
+                continue;
+            }
             if (got < 0) {
-                buffer.resize(had);
-                if (errno == EINTR) {
-                    continue;
-                }
                 throw std::system_error(errno, std::system_category(), "reading standard input");
             }
-            buffer.resize(had + static_cast<std::size_t>(got));
+            used += static_cast<std::size_t>(got);
             const bool end = got == 0;
+            std::string_view text(buffer.data(), used);
             if (atStart) {
-                const std::string_view head(buffer.data(), std::min(buffer.size(), std::size_t{3}));
+                const std::string_view head = text.substr(0, 3);
                 if (!end && head.size() < 3 && kByteOrderMark.substr(0, head.size()) == head) {
                     continue;  // perhaps the start of a byte-order mark
                 }
                 if (head == kByteOrderMark) {
-                    buffer.erase(0, 3);
+                    text.remove_prefix(3);
                 }
                 atStart = false;
             }
             lines.clear();
             std::size_t start = 0;
-            for (std::size_t newline = buffer.find('\n', scanned); newline != std::string::npos;
-                 newline = buffer.find('\n', start)) {
-                lines.push_back(line(buffer, start, newline));
+            for (std::size_t newline = text.find('\n', scanned); newline != std::string::npos;
+                 newline = text.find('\n', start)) {
+                lines.push_back(line(text.substr(start, newline - start)));
                 start = newline + 1;
             }
-            if (end && start < buffer.size()) {
-                lines.push_back(line(buffer, start, buffer.size()));
-                start = buffer.size();
+            if (end && start < text.size()) {
+                lines.push_back(line(text.substr(start)));
+                start = text.size();
             }
             feed(lines);
-            buffer.erase(0, start);
-            scanned = buffer.size();
+            // The unfinished line moves to the front.
+            const std::size_t consumed =
+                static_cast<std::size_t>(text.data() - buffer.data()) + start;
+            std::copy(buffer.begin() + static_cast<std::ptrdiff_t>(consumed),
+                      buffer.begin() + static_cast<std::ptrdiff_t>(used), buffer.begin());
+            used -= consumed;
+            scanned = used;
             if (end) {
                 return;
             }
@@ -147,8 +154,7 @@ public:
     bool unpaired() const { return pending_.has_value(); }
 
 private:
-    static std::string_view line(const std::string& buffer, std::size_t from, std::size_t to) {
-        std::string_view text(buffer.data() + from, to - from);
+    static std::string_view line(std::string_view text) {
         if (!text.empty() && text.back() == '\r') {
             text.remove_suffix(1);
         }
@@ -161,7 +167,7 @@ private:
             return;
         }
         const std::size_t workers =
-            std::clamp<std::size_t>(count / kMinInputsPerWorker, 1, interactive_ ? 1 : maxWorkers_);
+            std::clamp<std::size_t>(count / perThread_, 1, interactive_ ? 1 : maxWorkers_);
         while (workers_.size() < workers) {  // made here, never on a worker thread
             workers_.push_back(std::make_unique<Worker>());
             workers_.back()->handler = makeHandler_();
@@ -269,6 +275,7 @@ private:
     const RecordKeys& keys_;
     const std::function<Handler()>& makeHandler_;
     const std::size_t group_;
+    const std::size_t perThread_;
     const bool interactive_;
     const std::size_t maxWorkers_;
     std::vector<std::unique_ptr<Worker>> workers_;
@@ -280,8 +287,8 @@ private:
 }  // namespace
 
 int runInputs(const Cli& cli, std::size_t from, const RecordKeys& keys,
-              const std::function<Handler()>& makeHandler, std::size_t group) {
-    Engine engine(cli, keys, makeHandler, group);
+              const std::function<Handler()>& makeHandler, InputShape shape) {
+    Engine engine(cli, keys, makeHandler, shape);
     std::vector<std::string_view> given;
     const auto& arguments = cli.arguments();
     for (std::size_t i = from; i <= arguments.size(); ++i) {

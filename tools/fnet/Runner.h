@@ -42,13 +42,22 @@ using Handler = std::function<void(std::span<const std::string_view> items, Outc
 /// The record of a command: its keys in order.
 using RecordKeys = std::vector<const char*>;
 
+/// How a command takes its inputs.
+struct InputShape {
+    /// 1, or 2 for a command that takes inputs in pairs (an unpaired last input is a usage
+    /// error).
+    std::size_t group = 1;
+    /// The fewest inputs worth a thread of their own: many for quick work, 1 for inputs that
+    /// wait on the network.
+    std::size_t perThread = 64;
+};
+
 /// Runs a command over its inputs: the positional arguments from index `from` on, "-" standing
 /// for the lines of standard input (a leading byte-order mark and each line's "\r" dropped).
 /// `makeHandler` is called once per worker thread (at most cli.jobs()); a handler is only ever
-/// called from its own thread. `group` is 1, or 2 for a command that takes inputs in pairs (an
-/// unpaired last input is a usage error). Returns the exit status.
+/// called from its own thread. Returns the exit status.
 int runInputs(const Cli& cli, std::size_t from, const RecordKeys& keys,
-              const std::function<Handler()>& makeHandler, std::size_t group = 1);
+              const std::function<Handler()>& makeHandler, InputShape shape = {});
 
 /// Writes the outcome of a command without inputs: plain text or one record of `keys` (with
 /// "input" first when `input` is given), and the message on failure. Returns the exit status.

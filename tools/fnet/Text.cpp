@@ -1,19 +1,20 @@
 #include "Text.h"
 
+#include <algorithm>
 #include <boost/json/serialize.hpp>
 #include <boost/json/string_view.hpp>
 #include <stdexcept>
 
 namespace fnet {
 
+bool isAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
 bool isUtf8(std::string_view text) {
     // Plain ASCII, the common case, needs no conversion to be checked.
-    for (const char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x80) {
-            return decodeInput(text).has_value();
-        }
-    }
-    return true;
+    return isAscii(text) || decodeInput(text).has_value();
 }
 
 std::optional<std::u16string> decodeInput(std::string_view utf8) {

@@ -16,6 +16,9 @@ using foundation::network::utf16ToUtf8;
 /// An input as UTF-16; nothing when it is not valid UTF-8 (the caller reports kInvalidUtf8).
 std::optional<std::u16string> decodeInput(std::string_view utf8);
 
+/// Whether every byte of the text is ASCII.
+bool isAscii(std::string_view text);
+
 /// Whether the text is well-formed UTF-8.
 bool isUtf8(std::string_view text);
 

@@ -18,8 +18,7 @@ template <class String>
 bool parseScheme(typename String::const_iterator first, typename String::const_iterator last);
 
 extern template bool parseString<std::wstring>(std::wstring::const_iterator,
-                                               std::wstring::const_iterator,
-                                               Parts<std::wstring>&);
+                                               std::wstring::const_iterator, Parts<std::wstring>&);
 extern template bool parseScheme<std::wstring>(std::wstring::const_iterator,
                                                std::wstring::const_iterator);
 
