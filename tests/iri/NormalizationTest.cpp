@@ -67,6 +67,12 @@ const Row kRows[] = {
     {"wss://a:80/", "wss://a:80/", {}},
     {"ftp://a:21", "ftp://a", {}},
     {"foo://a:80", "foo://a:80", {}},
+    // Values already normal but for one detail behind another component.
+    {"http://[::1]:80", "http://[::1]/", {}},
+    {"http://u@h:8080", "http://u@h:8080/", {}},
+    {"http://u:P@h:80/a", "http://u:P@h/a", {}},
+    {"file:///a/./b", "file:///a/b", {}},
+    {"s://u@H", "s://u@h", {}},
     {"", "", {}},
 };
 
