@@ -26,9 +26,7 @@ std::u16string removeDotSegments(const std::u16string& path) {
     while (!in.empty()) {
         if (startsWith(in, u"../")) {
             in.remove_prefix(3);
-        } else if (startsWith(in, u"./")) {
-            in.remove_prefix(2);
-        } else if (startsWith(in, u"/./")) {
+        } else if (startsWith(in, u"./") || startsWith(in, u"/./")) {
             in.remove_prefix(2);
         } else if (in == u"/.") {
             in = u"/";

@@ -22,7 +22,7 @@ using iri::detail::isRegisteredName;
 using iri::detail::lowerOutsideEscapes;
 using iri::detail::normalizeEscapes;
 
-std::u16string lower(std::u16string text) {
+std::u16string lower(const std::u16string& text) {
     return lowerOutsideEscapes(text);
 }
 
