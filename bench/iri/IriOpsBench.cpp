@@ -300,6 +300,35 @@ void BM_RelativePath_LongPath(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 
+// Normalisation of each parsed URL of urls.txt, the normal form written out as text.
+void BM_Normalize_Ours(benchmark::State& state) {
+    for (auto _ : state) {
+        for (const IRI& iri : parsedUrls()) {
+            std::u16string text = iri.normalize().toString(false);
+            benchmark::DoNotOptimize(text);
+        }
+    }
+    perPair(state, parsedUrls().size());
+}
+
+void BM_Normalize_BoostUrl(benchmark::State& state) {
+    std::vector<boost::urls::url_view> views;
+    for (const auto& url : urls()) {
+        if (const auto view = boost::urls::parse_uri_reference(url)) {
+            views.push_back(*view);
+        }
+    }
+    for (auto _ : state) {
+        for (const auto& view : views) {
+            boost::urls::url url(view);
+            url.normalize();
+            std::string text(url.buffer());
+            benchmark::DoNotOptimize(text);
+        }
+    }
+    perPair(state, views.size());
+}
+
 BENCHMARK(BM_RemoveDotSegments_LongPath)->RangeMultiplier(8)->Range(64, 1 << 15)->Complexity();
 BENCHMARK(BM_RelativePath_LongPath)->RangeMultiplier(8)->Range(64, 1 << 15)->Complexity();
 BENCHMARK(BM_Resolve_Ours)->Unit(benchmark::kMillisecond);
@@ -312,6 +341,8 @@ BENCHMARK(BM_HashValue_Ours)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HashValue_StdHashOfText)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Sort_Ours)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Sort_BoostUrl)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Normalize_Ours)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Normalize_BoostUrl)->Unit(benchmark::kMillisecond);
 
 // The console output, then for each group BM_<Group>_<Library> the time per item of ours
 // divided by each peer's (below 1: we are faster).

@@ -23,6 +23,7 @@ const Command kCommands[] = {
     {"relativize", "roundTrip"},
     {"build", "Malformed scheme"},
     {"compare", "hashB"},
+    {"normalize", "changed"},
     {"idn", "direction"},
     {"addr", "multicast"},
     {"lookup", "addresses"},

@@ -60,6 +60,19 @@ TEST(IriCommandTest, FailuresAreReportedAndTheRestAnswered) {
     EXPECT_EQ(plain.out.find("host [2]"), std::string::npos);  // and not the host
     EXPECT_NE(plain.out.find("toAsciiString strict    \"http://h/%25zz\""), std::string::npos);
 
+    // --uri: the host as a resolver wants it, or the input failed naming the host.
+    const Outcome uri = fnet(
+        "iri --uri 'http://B\xc3\xbc"
+        "cher.example/\xc3\xa4' http://a..b/");
+    EXPECT_EQ(uri.status, 1);
+    EXPECT_NE(uri.out.find("\nuri                     \"http://xn--bcher-kva.example/%C3%A4\"\n\n"),
+              std::string::npos)
+        << uri.out;
+    EXPECT_NE(uri.err.find("Host has no ASCII form: a..b"), std::string::npos) << uri.err;
+    EXPECT_NE(fnet("iri --uri --json http://[::1]/")
+                  .out.find(",\"uri\":\"http://[::1]/\",\"error\":null}"),
+              std::string::npos);
+
     EXPECT_EQ(fnet("iri").status, 2);
     EXPECT_EQ(fnet("iri --bogus x").status, 2);
     EXPECT_EQ(fnet("iri --help").status, 0);

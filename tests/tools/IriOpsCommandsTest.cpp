@@ -1,5 +1,5 @@
-// End to end: the built fnet's resolve, relativize, build and compare subcommands, their exit
-// statuses and JSON keys.
+// End to end: the built fnet's resolve, relativize, normalize, build and compare subcommands, their
+// exit statuses and JSON keys.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -37,6 +37,25 @@ TEST(IriOpsCommandsTest, Resolve) {
     EXPECT_EQ(badBase.err, "fnet resolve: ':bad': base: IRI parsing failed\n");
     EXPECT_EQ(fnet("resolve 'http://h/'").status, 2);
     EXPECT_EQ(fnet("resolve --bogus a b").status, 2);
+}
+
+TEST(IriOpsCommandsTest, Normalize) {
+    EXPECT_EQ(
+        fnet("normalize 'HTTP://A:80/./b/../%7e%c3%a9' - 'eXAMPLE://a/./b/../b/%63/%7bfoo%7d'",
+             "http://xn--bcher-kva.example\n")
+            .out,
+        "http://a/~\xc3\xa9\nhttp://xn--bcher-kva.example/\nexample://a/b/c/%7Bfoo%7D\n");
+    EXPECT_EQ(fnet("normalize --host --no-path http://xn--bcher-kva.example/./").out,
+              "http://b\xc3\xbc"
+              "cher.example/./\n");
+    EXPECT_EQ(fnet("normalize --characters --json http://h/e%CC%81 :x http://h/").out,
+              "{\"input\":\"http://h/e%CC%81\",\"normalized\":\"http://h/\xc3\xa9\","
+              "\"uri\":\"http://h/%C3%A9\",\"changed\":true,\"error\":null}\n"
+              "{\"input\":\":x\",\"normalized\":null,\"uri\":null,\"changed\":null,"
+              "\"error\":\"IRI parsing failed\"}\n"
+              "{\"input\":\"http://h/\",\"normalized\":\"http://h/\",\"uri\":\"http://h/\","
+              "\"changed\":false,\"error\":null}\n");
+    EXPECT_EQ(fnet("normalize").status, 2);
 }
 
 TEST(IriOpsCommandsTest, Relativize) {

@@ -21,6 +21,7 @@ int runResolve(int argc, char** argv);
 int runRelativize(int argc, char** argv);
 int runBuild(int argc, char** argv);
 int runCompare(int argc, char** argv);
+int runNormalize(int argc, char** argv);
 
 /// fnet idn: host names between Unicode and ASCII form.
 int runIdn(int argc, char** argv);

@@ -1,17 +1,21 @@
 // fnet iri: parses each input as an IRI value and shows its flags, its components in every
 // Encoding and its serialisations.
+#include <exception>
 #include <optional>
 #include <string>
+
+#include "foundation/network/IdnConverter.h"
 
 #include "Commands.h"
 #include "IriInput.h"
 #include "IriJson.h"
 #include "Runner.h"
+#include "Text.h"
 
 namespace fnet {
 
 int runIri(int argc, char** argv) {
-    Cli cli("iri", "[--json] [--] TEXT...",
+    Cli cli("iri", "[--uri] [--json] [--] TEXT...",
             "Parses each TEXT (UTF-8) as an IRI reference and shows its flags, every present\n"
             "component in Encodings 0 (decoded), 1 (IRI text) and 3 (ASCII URI text), and in 2\n"
             "and 4 (with percent repair) where the repair changes it, the scheme-specific part,\n"
@@ -23,7 +27,10 @@ int runIri(int argc, char** argv) {
             "toAsciiStringStrict and error (null, or the message). Plain output: one \"key\n"
             "value\" line per item, values quoted as JSON strings, a blank line after each\n"
             "input. Text that is not an IRI reference prints the reason (\"IRI parsing\n"
-            "failed\") and counts as failed.");
+            "failed\") and counts as failed. With --uri also the ASCII form a client looks\n"
+            "up (toUriString: the host in Punycode; line \"uri\", JSON key uri); a host with\n"
+            "no such form prints the reason and counts as failed.",
+            {{"--uri", "", "add the ASCII form with the host in Punycode (toUriString)"}});
     if (const auto status = cli.parse(argc, argv)) {
         return *status;
     }
@@ -31,8 +38,14 @@ int runIri(int argc, char** argv) {
         return cli.usageError("no input");
     }
     const bool json = cli.json();
-    return runInputs(cli, 0, kIriKeys, [json]() -> Handler {
-        return [json](std::span<const std::string_view> items, Outcome& out) {
+    const bool uri = cli.has("--uri");
+    RecordKeys keys = kIriKeys;
+    if (uri) {
+        keys.push_back("uri");
+    }
+    return runInputs(cli, 0, keys, [json, uri]() -> Handler {
+        return [json, uri, idn = foundation::network::IdnConverter()](
+                   std::span<const std::string_view> items, Outcome& out) {
             std::string error;
             const std::optional<foundation::network::IRI> iri = readIri(items[0], error);
             if (!iri) {
@@ -44,6 +57,20 @@ int runIri(int argc, char** argv) {
                 iriJson(*iri, out.keys);
             } else {
                 out.text = iriText(items[0], *iri);
+            }
+            if (iri && uri) {
+                try {
+                    const std::string text = utf16ToUtf8(iri->toUriString(idn));
+                    if (json) {
+                        out.keys["uri"] = text;
+                    } else {
+                        // before the blank line that ends the input's block
+                        out.text.insert(out.text.size() - 1,
+                                        "uri" + std::string(21, ' ') + jsonString(text) + "\n");
+                    }
+                } catch (const std::exception& e) {
+                    out.fail(e.what());
+                }
             }
         };
     });

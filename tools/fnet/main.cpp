@@ -18,6 +18,8 @@ constexpr Command kCommands[] = {
     {"relativize", "write IRIs relative to a base IRI", runRelativize},
     {"build", "build an IRI from separately given components", runBuild},
     {"compare", "compare pairs of IRIs: equal, less, hashes", runCompare},
+    {"normalize", "write IRIs in normal form (case, escapes, dot segments, defaults)",
+     runNormalize},
     {"idn", "convert host names between Unicode and ASCII (Punycode) form", runIdn},
     {"addr", "classify and print IP address literals", runAddr},
     {"lookup", "resolve host names to addresses", runLookup},

@@ -9,6 +9,7 @@
 
 #include "foundation/network/Encoding.h"
 #include "foundation/network/Export.h"
+#include "foundation/network/Normalization.h"
 
 namespace foundation::network {
 
@@ -17,6 +18,7 @@ struct IRIAccess;
 }  // namespace iri::detail
 
 class IRIArgs;
+class IdnConverter;
 
 /// An IRI reference parsed from UTF-16 text: its scheme, authority (user info, host, port),
 /// path, query and fragment, each readable in any `iri::Encoding`, and the whole written back as
@@ -119,6 +121,19 @@ public:
     std::u16string toAsciiString(bool strict = false) const;
     /// The whole IRI in `encoding`.
     std::u16string toStringFromParts(const iri::Encoding& encoding) const;
+    /// The whole IRI as ASCII text for a client that must look the host up: as
+    /// `toAsciiString(false)`, except that a registered-name host is in its ASCII (Punycode)
+    /// form by `idn`, not percent-encoded. An empty IRI gives "". Throws
+    /// `std::invalid_argument` "Host has no ASCII form: HOST" when `idn` reports errors for
+    /// the host or gives no ASCII name.
+    std::u16string toUriString(const IdnConverter& idn) const;
+
+    /// An equivalent IRI in normal form (this one unchanged): the steps `how` selects (see
+    /// `iri::Normalization`; case, percent-encoding, dot segments and scheme defaults by
+    /// default). The result reads back to itself, and normalising it again with the same
+    /// steps changes nothing. An empty IRI gives an empty IRI. Throws `std::logic_error`
+    /// "IRI parsing failed" only when the Unicode steps produce text an IRI cannot hold.
+    IRI normalize(const iri::Normalization& how = {}) const;
 
     /// Builds an IRI from separately given, unescaped components. Throws `std::logic_error`
     /// "Malformed scheme", "User Info requires a host", "Port requires a host" or "Path cannot

@@ -1,0 +1,189 @@
+// IRI::normalize: each component's text rewritten step by step, the result parsed again so
+// that it is an IRI like any other and reads back to itself.
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "foundation/network/IRI.h"
+#include "foundation/network/IdnConverter.h"
+#include "foundation/network/IdnErrors.h"
+#include "foundation/network/Normalization.h"
+#include "foundation/network/Utf8.h"
+#include "iri/normalize/Characters.h"
+#include "iri/normalize/ComponentText.h"
+#include "iri/normalize/DotSegments.h"
+#include "iri/normalize/Escapes.h"
+
+namespace foundation::network {
+namespace {
+
+using iri::detail::ComponentText;
+using iri::detail::isRegisteredName;
+using iri::detail::lowerOutsideEscapes;
+using iri::detail::normalizeEscapes;
+
+std::u16string lower(const std::u16string& text) {
+    return lowerOutsideEscapes(text);
+}
+
+// The default port of the schemes whose default is well known; 0 for the others.
+unsigned defaultPort(const std::u16string& scheme) {
+    const std::u16string s = lower(scheme);
+    if (s == u"http" || s == u"ws") {
+        return 80;
+    }
+    if (s == u"https" || s == u"wss") {
+        return 443;
+    }
+    return s == u"ftp" ? 21 : 0;
+}
+
+bool emptyPathIsRoot(const std::u16string& scheme) {
+    const std::u16string s = lower(scheme);
+    return s == u"http" || s == u"https" || s == u"ws" || s == u"wss";
+}
+
+// The Unicode form of an IDN host, or the host unchanged when it is not a valid one.
+std::u16string unicodeHost(const std::u16string& host) {
+    if (!isRegisteredName(host) || host.find(u'%') != std::u16string::npos) {
+        return host;
+    }
+    static const IdnConverter converter;
+    IdnErrors errors;
+    std::u16string unicode = converter.toUnicode(utf16ToUtf8(host), errors);
+    return errors.empty() && !unicode.empty() ? unicode : host;
+}
+
+bool hasUpper(std::u16string_view text) {
+    for (const char16_t c : text) {
+        if (c >= u'A' && c <= u'Z') {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool hasDotSegment(std::u16string_view path) {
+    for (std::size_t start = 0; start <= path.size();) {
+        std::size_t end = path.find(u'/', start);
+        end = end == std::u16string_view::npos ? path.size() : end;
+        const std::size_t length = end - start;
+        if ((length == 1 || length == 2) && path[start] == u'.' && path[end - 1] == u'.') {
+            return true;
+        }
+        start = end + 1;
+    }
+    return false;
+}
+
+// Whether the default steps would leave `iri` as it is, judged on its text alone (the
+// components read off its delimiters): most IRIs met in practice are already normal, and a
+// copy is cheaper than building a new value.
+bool alreadyNormal(const IRI& iri, const iri::Normalization& how) {
+    if (how.characters || how.host) {
+        return false;
+    }
+    const std::u16string whole = iri.toString(false);
+    if ((how.letterCase || how.percentEncoding) && whole.find(u'%') != std::u16string::npos) {
+        return false;
+    }
+    std::u16string_view rest(whole);
+    std::u16string_view scheme;
+    if (iri.hasScheme()) {
+        const std::size_t colon = rest.find(u':');
+        scheme = rest.substr(0, colon);
+        rest.remove_prefix(colon + 1);
+    }
+    std::u16string_view host;
+    std::u16string_view port;
+    if (iri.hasAuthority()) {
+        rest.remove_prefix(2);
+        const std::size_t end = std::min(rest.find_first_of(u"/?#"), rest.size());
+        std::u16string_view authority = rest.substr(0, end);
+        rest.remove_prefix(end);
+        if (iri.hasUserInfo()) {
+            authority.remove_prefix(authority.find(u'@') + 1);
+        }
+        const std::size_t close =
+            !authority.empty() && authority.front() == u'[' ? authority.find(u']') : 0;
+        const std::size_t colon = iri.hasPort() ? authority.rfind(u':') : authority.size();
+        host = authority.substr(0, std::max(colon, close == 0 ? 0 : close + 1));
+        if (iri.hasPort()) {
+            port = authority.substr(colon + 1);
+        }
+    }
+    const std::u16string_view path = rest.substr(0, rest.find_first_of(u"?#"));
+    if (how.letterCase &&
+        (hasUpper(scheme) || (!host.empty() && host.front() != u'[' && hasUpper(host)))) {
+        return false;
+    }
+    const bool hierarchical =
+        iri.hasScheme() || iri.hasAuthority() || (!path.empty() && path.front() == u'/');
+    if (how.pathSegments && hierarchical && hasDotSegment(path)) {
+        return false;
+    }
+    if (how.schemeBased && iri.hasScheme()) {
+        const std::u16string name(scheme);
+        const unsigned number = defaultPort(name);
+        if (number != 0 && !port.empty() && iri.getPortNumber() == number) {
+            return false;
+        }
+        if (iri.hasAuthority() && path.empty() && emptyPathIsRoot(name)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+IRI IRI::normalize(const iri::Normalization& how) const {
+    if (isEmpty()) {
+        return {};
+    }
+    if (alreadyNormal(*this, how)) {
+        return *this;
+    }
+    ComponentText t = iri::detail::componentText(*this, iri::Encoding::iri());
+
+    if (how.letterCase || how.percentEncoding) {
+        for (std::u16string* part : {&t.userInfo, &t.host, &t.path, &t.query, &t.fragment}) {
+            *part = normalizeEscapes(*part, how.letterCase, how.percentEncoding);
+        }
+    }
+    if (how.characters) {
+        for (std::u16string* part : {&t.userInfo, &t.host, &t.path, &t.query, &t.fragment}) {
+            *part = iri::detail::toNfc(*part);
+        }
+    }
+    if (how.host) {
+        t.host = unicodeHost(t.host);
+    }
+    if (how.letterCase) {
+        t.scheme = lower(t.scheme);
+        if (isRegisteredName(t.host)) {
+            t.host = lowerOutsideEscapes(t.host);
+        }
+    }
+    const bool hierarchical =
+        t.hasScheme || t.hasAuthority || (!t.path.empty() && t.path.front() == u'/');
+    if (how.pathSegments && hierarchical) {
+        t.path = iri::detail::removeDotSegments(t.path);
+        // A path beginning with "//" would read back as an authority.
+        if (!t.hasAuthority && t.path.size() >= 2 && t.path[0] == u'/' && t.path[1] == u'/') {
+            t.path.insert(0, u"/.");
+        }
+    }
+    if (how.schemeBased && t.hasScheme) {
+        const unsigned port = defaultPort(t.scheme);
+        if (t.hasPort && port != 0 && !t.port.empty() && getPortNumber() == port) {
+            t.hasPort = false;
+        }
+        if (t.hasAuthority && t.path.empty() && emptyPathIsRoot(t.scheme)) {
+            t.path = u"/";
+        }
+    }
+    return IRI(iri::detail::assemble(t));
+}
+
+}  // namespace foundation::network
