@@ -4,8 +4,8 @@
 // benchmarks report sizeof(IRI) and the heap bytes one parsed IRI allocates (counted by the
 // replaced global operator new below) against Boost.URL's url, as ratios.
 #include <chrono>
-#include <ctime>
 #include <cstdlib>
+#include <ctime>
 #include <new>
 #include <string>
 #include <vector>
