@@ -15,9 +15,9 @@
 #include <boost/url.hpp>
 
 #include "foundation/network/IRI.h"
-#include "iri/PathResolution.h"
-#include "iri/RelativePath.h"
 #include "iri/grammar/Unicode.h"
+#include "iri/path/PathResolution.h"
+#include "iri/path/RelativePath.h"
 #include "support/Corpus.h"
 
 namespace {
@@ -274,9 +274,9 @@ void BM_Sort_BoostUrl(benchmark::State& state) {
 // Dot removal and relative paths over paths of n segments: linear in n.
 void BM_RemoveDotSegments_LongPath(benchmark::State& state) {
     const auto n = static_cast<std::size_t>(state.range(0));
-    std::wstring path;
+    std::u16string path;
     for (std::size_t i = 0; i < n; ++i) {
-        path += i % 3 == 2 ? L"/.." : L"/segment";
+        path += i % 3 == 2 ? u"/.." : u"/segment";
     }
     for (auto _ : state) {
         benchmark::DoNotOptimize(
@@ -287,11 +287,11 @@ void BM_RemoveDotSegments_LongPath(benchmark::State& state) {
 
 void BM_RelativePath_LongPath(benchmark::State& state) {
     const auto n = static_cast<std::size_t>(state.range(0));
-    std::wstring base;
-    std::wstring target;
+    std::u16string base;
+    std::u16string target;
     for (std::size_t i = 0; i < n; ++i) {
-        base += L"/shared";
-        target += i < n / 2 ? L"/shared" : L"/other";
+        base += u"/shared";
+        target += i < n / 2 ? u"/shared" : u"/other";
     }
     for (auto _ : state) {
         benchmark::DoNotOptimize(

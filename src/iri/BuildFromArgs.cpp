@@ -7,12 +7,11 @@
 #include <string>
 
 #include "foundation/core/except/Exception.h"
-#include "iri/StoredPath.h"
 #include "iri/TemplateIRI.h"
 #include "iri/Utf16.h"
 #include "iri/grammar/IriGrammar.h"
-#include "iri/grammar/PathSegments.h"
 #include "iri/grammar/Unicode.h"
+#include "iri/path/PathSegments.h"
 
 namespace foundation::network::iri::detail {
 namespace {
@@ -154,7 +153,7 @@ void TemplateIRI<String>::toArgs(ArgsBase<String>& args) const {
     if (hostPresent) {
         args.hostFromIri = true;
     }
-    args.path = storedPath(parts, kPlainForm);
+    args.path = widen(parts.storedPath(formOf(kPlainForm)));
     args.pathSet = true;
     args.pathFromIri = true;
     setArgsQuery(args);

@@ -10,11 +10,10 @@
 #include <utility>
 
 #include "foundation/core/except/Exception.h"
-#include "iri/PathResolution.h"
-#include "iri/RelativePath.h"
-#include "iri/StoredPath.h"
 #include "iri/TemplateIRI.h"
-#include "iri/grammar/PathSegments.h"
+#include "iri/path/PathResolution.h"
+#include "iri/path/PathSegments.h"
+#include "iri/path/RelativePath.h"
 
 namespace foundation::network::iri::detail {
 namespace {
@@ -23,11 +22,8 @@ using core::except::detail::AnonymousInternalException;
 
 constexpr Encoding kIriForm(1);
 
-template <class String>
-bool hasEmptySegment(const String& path) {
-    return std::adjacent_find(path.begin(), path.end(), [](auto left, auto right) {
-               return left == L'/' && right == L'/';
-           }) != path.end();
+bool hasEmptySegment(std::u16string_view path) {
+    return path.find(u"//") != std::u16string_view::npos;
 }
 
 [[noreturn]] void refuse(const char* message) {
@@ -37,15 +33,16 @@ bool hasEmptySegment(const String& path) {
 }  // namespace
 
 template <class String>
-String TemplateIRI<String>::getMinimalRelativePath() const {
-    return minimalRelativePath(storedPath(parts, kIriForm));
+std::u16string TemplateIRI<String>::getMinimalRelativePath() const {
+    return minimalRelativePath(parts.storedPath(Form::Iri));
 }
 
 template <class String>
-String TemplateIRI<String>::getRelativePath(const TemplateIRI& base) const {
-    const String basePath =
-        removeRelativePathSegments(storedPath(base.parts, kIriForm), base.absolutePath);
-    const String path = removeRelativePathSegments(storedPath(parts, kIriForm), absolutePath);
+std::u16string TemplateIRI<String>::getRelativePath(const TemplateIRI& base) const {
+    const std::u16string basePath =
+        removeRelativePathSegments(base.parts.storedPath(Form::Iri), base.absolutePath);
+    const std::u16string path =
+        removeRelativePathSegments(parts.storedPath(Form::Iri), absolutePath);
     return relativePath(path, absolutePath, basePath);
 }
 
@@ -67,7 +64,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
 
     TemplateIRI t;
-    const auto setPath = [&](String path) {
+    const auto setPath = [&](std::u16string path) {
         keepPathReadable(path, t.schemePresent, t.hostPresent);
         t.pathEmpty = path.empty();
         t.absolutePath = !path.empty() && path.front() == FORWARD_SLASH;
@@ -76,7 +73,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     };
     const auto finish = [&] {
         if (t.pathEmpty) {
-            t.parts.setPath(String(), kIriForm);
+            t.parts.setPath(std::u16string_view(), kIriForm);
         }
         t.takeFragmentFrom(a);
         t.finishFlags();
@@ -96,8 +93,8 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     const bool sameQuery = a.queryPresent == b.queryPresent &&
                            (!a.queryPresent || a.parts.view(ComponentKind::Query, Form::Iri) ==
                                                    b.parts.view(ComponentKind::Query, Form::Iri));
-    const String& path = storedPath(a.parts, kIriForm);
-    const String& basePath = storedPath(b.parts, kIriForm);
+    const std::u16string_view path = a.parts.storedPath(Form::Iri);
+    const std::u16string_view basePath = b.parts.storedPath(Form::Iri);
 
     // Same resource: only A's fragment remains.
     if (a.schemeText() == b.schemeText() && a.authorityPresent == b.authorityPresent &&
@@ -127,11 +124,11 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         return a;
     }
     // Only the authority keeps a path beginning "//" from being read as one.
-    const bool pathLooksLikeAuthority = path.rfind(L"//", 0) == 0;
+    const bool pathLooksLikeAuthority = path.substr(0, 2) == u"//";
     if (authorityDiffers ||
         (a.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
         t.takeAuthorityFrom(a);
-        setPath(path);
+        setPath(std::u16string(path));
         t.pathHasDotSegments = a.pathHasDotSegments;
         t.takeQueryFrom(a);
         return finish();
@@ -154,7 +151,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
             // Against an empty path with an authority, resolution writes "/" and the reference
             // path as it is, dot segments and all.
             const bool keepDots = b.authorityPresent && a.absolutePath && a.pathHasDotSegments;
-            setPath(keepDots ? path.substr(1) : path);
+            setPath(std::u16string(keepDots ? path.substr(1) : path));
         } else if (path == basePath) {
             // Resolution would pick up B's query for an empty path.
             if (b.queryPresent && !a.queryPresent) {
@@ -163,10 +160,10 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         } else if (a.absolutePath && (hasEmptySegment(path) || hasEmptySegment(basePath))) {
             // Resolution reads a "/" element after an empty segment as a trailing slash, so
             // no relative path crosses one reliably: the absolute path does.
-            setPath(path);
+            setPath(std::u16string(path));
         } else {
             // Paths that differ only in dot segments: name A's last segment in B's directory.
-            String relative = getRelativePath(b);
+            std::u16string relative = getRelativePath(b);
             setPath(relative.empty() ? getMinimalRelativePath() : std::move(relative));
             // Dot removal over a rootless path with empty segments can root or shorten the
             // merged path ("T/..//x/" + "../i" gives "//i"): where that may happen the
@@ -193,8 +190,8 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     return finish();
 }
 
-template std::wstring TemplateIRI<std::wstring>::getMinimalRelativePath() const;
-template std::wstring TemplateIRI<std::wstring>::getRelativePath(const TemplateIRI&) const;
+template std::u16string TemplateIRI<std::wstring>::getMinimalRelativePath() const;
+template std::u16string TemplateIRI<std::wstring>::getRelativePath(const TemplateIRI&) const;
 template TemplateIRI<std::wstring> TemplateIRI<std::wstring>::doRelativise(
     const TemplateIRI&) const;
 

@@ -7,33 +7,26 @@
 #include <utility>
 #include <vector>
 
-#include "iri/PathResolution.h"
-#include "iri/StoredPath.h"
 #include "iri/TemplateIRI.h"
-#include "iri/grammar/PathSegments.h"
+#include "iri/path/PathResolution.h"
+#include "iri/path/PathSegments.h"
 
 namespace foundation::network::iri::detail {
 namespace {
 
 constexpr Encoding kIriForm(1);
 
-template <class String>
-bool startsWithSlash(const String& s) {
-    return !s.empty() && s.front() == L'/';
+bool startsWithSlash(std::u16string_view s) {
+    return !s.empty() && s.front() == u'/';
 }
 
 }  // namespace
 
 template <class String>
-String TemplateIRI<String>::resolvePathComponents(std::vector<String>& segments,
-                                                  bool absolute) const {
-    resolvePath(storedPath(parts, kIriForm), segments, absolute, pathHasDotSegments);
+std::u16string TemplateIRI<String>::resolvePathComponents(SegmentList& segments,
+                                                          bool absolute) const {
+    resolvePath(parts.storedPath(Form::Iri), segments, absolute, pathHasDotSegments);
     return joinSegments(segments);
-}
-
-template <class String>
-String TemplateIRI<String>::removeRelativePathSegments(const String& path, bool absolute) const {
-    return detail::removeRelativePathSegments(path, absolute);
 }
 
 template <class String>
@@ -52,7 +45,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
         }
         t.takeAuthorityFrom(b);
         t.takeQueryFrom(b);
-        t.parts.setPath(storedPath(b.parts, kIriForm), kIriForm);
+        t.parts.setPath(b.parts.storedPath(Form::Iri), kIriForm);
         t.pathEmpty = b.pathEmpty;
         t.absolutePath = b.absolutePath;
         t.pathHasDotSegments = b.pathHasDotSegments;
@@ -63,17 +56,17 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     // One absolute flag for every path computed below, in every branch; kept deliberately, so
     // that "t:a/../b" against a base with the path "/x" gets the path "/b".
     const bool absolute = r.absolutePath || b.absolutePath;
-    String path;
+    std::u16string path;
     // R's path for a reference with a scheme or an authority: verbatim, or with its dot
     // segments removed.
     const auto referencePath = [&] {
         if (r.pathEmpty) {
-            return String();
+            return std::u16string();
         }
         if (!r.pathHasDotSegments) {
-            return String(storedPath(r.parts, kIriForm));
+            return std::u16string(r.parts.storedPath(Form::Iri));
         }
-        std::vector<String> segments;
+        SegmentList segments;
         return r.resolvePathComponents(segments, absolute);
     };
 
@@ -88,51 +81,53 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
             path = referencePath();
             t.takeQueryFrom(r);
         } else {
-            const String& basePath = storedPath(b.parts, kIriForm);
-            const String& referenceText = storedPath(r.parts, kIriForm);
+            const std::u16string_view basePath = b.parts.storedPath(Form::Iri);
+            const std::u16string_view referenceText = r.parts.storedPath(Form::Iri);
             if (r.pathEmpty) {
                 if (!b.pathEmpty) {
                     path = basePath;
                 }
                 t.takeQueryFrom(r.queryPresent ? r : b);
             } else if (r.absolutePath) {
-                std::vector<String> segments;
+                SegmentList segments;
                 path = r.pathHasDotSegments ? r.resolvePathComponents(segments, absolute)
                                             : referenceText;
                 t.takeQueryFrom(r);
             } else if (b.authorityPresent && b.pathEmpty) {
                 // Kept deliberately: no dot-segment removal here, unlike RFC 3986.
                 path.reserve(referenceText.size() + 1);
-                path += L'/';
+                path += u'/';
                 path += referenceText;
                 t.takeQueryFrom(r);
             } else if (!b.pathHasDotSegments && !r.pathHasDotSegments) {
                 // The RFC 3986 merge.
-                const auto slash = basePath.rfind(L'/');
-                if (slash != String::npos) {
+                const auto slash = basePath.rfind(u'/');
+                if (slash != std::u16string_view::npos) {
                     path.reserve(slash + 1 + referenceText.size());
-                    path.assign(basePath, 0, slash + 1);
+                    path.assign(basePath.substr(0, slash + 1));
                 }
                 path += referenceText;
                 t.takeQueryFrom(r);
             } else {
-                std::vector<String> segments;
-                splitPathIntoSegments(b.pathHasDotSegments
-                                          ? removeRelativePathSegments(basePath, b.absolutePath)
-                                          : basePath,
-                                      segments);
+                SegmentList segments;
+                if (b.pathHasDotSegments) {
+                    splitPathIntoSegments(removeRelativePathSegments(basePath, b.absolutePath),
+                                          segments);
+                } else {
+                    splitPathIntoSegments(basePath, segments);
+                }
                 // Drop the base's last segment; a lone absolute segment leaves the root.
                 if (segments.size() == 1) {
                     segments.clear();
                     if (b.absolutePath) {
-                        segments.emplace_back(1, L'/');
+                        segments.emplace_back(1, u'/');
                     }
                 } else if (!segments.empty()) {
                     segments.pop_back();
                     // A "/" left last is an empty segment ("a//b" leaves "a", "/"): the
                     // directory's own slash follows it, as in the merge of RFC 3986.
-                    if (segments.back().size() == 1 && segments.back()[0] == L'/') {
-                        segments.emplace_back(1, L'/');
+                    if (segments.back().size() == 1 && segments.back()[0] == u'/') {
+                        segments.emplace_back(1, u'/');
                     }
                 }
                 path = r.resolvePathComponents(segments, absolute);
@@ -173,10 +168,7 @@ void TemplateIRI<String>::finishFlags() {
     parts.writeAsText(schemePresent, portPresent);
 }
 
-template std::wstring TemplateIRI<std::wstring>::resolvePathComponents(std::vector<std::wstring>&,
-                                                                       bool) const;
-template std::wstring TemplateIRI<std::wstring>::removeRelativePathSegments(const std::wstring&,
-                                                                            bool) const;
+template std::u16string TemplateIRI<std::wstring>::resolvePathComponents(SegmentList&, bool) const;
 template TemplateIRI<std::wstring> TemplateIRI<std::wstring>::doResolve(const TemplateIRI&) const;
 template void TemplateIRI<std::wstring>::finishFlags();
 

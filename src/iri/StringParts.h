@@ -121,6 +121,9 @@ public:
     void setHost(std::wstring_view value, const Encoding& encoding);
     /// Stores the path; an empty path leaves an otherwise empty object empty.
     void setPath(std::wstring_view value, const Encoding& encoding);
+    void setPath(std::u16string_view value, const Encoding& encoding) {
+        set(ComponentKind::Path, value, formOf(encoding));
+    }
     /// Stores the query; `option` true makes its decoded form UTF-8 octets, one per element
     /// (the option, once set, stays).
     void setQuery(std::wstring_view value, const Encoding& encoding, bool option);

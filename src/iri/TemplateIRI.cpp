@@ -6,8 +6,8 @@
 #include "iri/PercentRepair.h"
 #include "iri/Utf16.h"
 #include "iri/grammar/IriGrammar.h"
-#include "iri/grammar/PathSegments.h"
 #include "iri/grammar/Port.h"
+#include "iri/path/PathSegments.h"
 
 namespace foundation::network::iri::detail {
 

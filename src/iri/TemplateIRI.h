@@ -16,6 +16,7 @@
 #include "foundation/network/IRIArgs.h"
 #include "iri/StringParts.h"
 #include "iri/grammar/Parts.h"
+#include "iri/path/PathSegments.h"
 
 namespace foundation::network::iri::detail {
 
@@ -144,11 +145,10 @@ public:
 
     // Resolution (Resolution.cpp) and relativisation (Relativisation.cpp).
     TemplateIRI doResolve(const TemplateIRI& base) const;
-    String resolvePathComponents(std::vector<String>& segments, bool absolute) const;
-    String removeRelativePathSegments(const String& path, bool absolute) const;
+    std::u16string resolvePathComponents(SegmentList& segments, bool absolute) const;
     TemplateIRI doRelativise(const TemplateIRI& base) const;
-    String getRelativePath(const TemplateIRI& base) const;
-    String getMinimalRelativePath() const;
+    std::u16string getRelativePath(const TemplateIRI& base) const;
+    std::u16string getMinimalRelativePath() const;
 
 private:
     friend struct IRIAccess;

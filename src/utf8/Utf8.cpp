@@ -21,23 +21,25 @@ template <class OnError>
 std::u16string decode(std::string_view utf8, OnError onError) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(utf8.data());
     const std::size_t length = utf8.size();
-    std::u16string out;
-    out.reserve(length);
+    // At most one unit per byte: written through a pointer, the size fixed at the end.
+    std::u16string out(length, u'\0');
+    char16_t* units = out.data();
+    std::size_t written = 0;
     std::size_t i = 0;
     while (i != length) {
+        if (bytes[i] < 0x80) {  // the common case, ASCII, needs no decoding
+            units[written++] = bytes[i++];
+            continue;
+        }
         const std::size_t start = i;
         UChar32 c = 0;
         U8_NEXT(bytes, i, length, c);
         if (c < 0) {
             c = onError(start);
         }
-        if (U_IS_BMP(c)) {
-            out.push_back(static_cast<char16_t>(c));
-        } else {
-            out.push_back(static_cast<char16_t>(U16_LEAD(c)));
-            out.push_back(static_cast<char16_t>(U16_TRAIL(c)));
-        }
+        U16_APPEND_UNSAFE(units, written, c);
     }
+    out.resize(written);
     return out;
 }
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "fuzz/FuzzSupport.h"
-#include "iri/grammar/PathSegments.h"
 #include "iri/grammar/Unicode.h"
+#include "iri/path/PathSegments.h"
 
 namespace {
 
@@ -111,17 +111,17 @@ void checkValidate(const std::string& bytes) {
 
 // A leading "//" followed by a segment stays one element; otherwise a bare first segment, then
 // one element per "/" holding it and the segment after it (empty segments give "/" alone).
-std::vector<std::wstring> referenceSplit(const std::wstring& path) {
-    std::vector<std::wstring> out;
+std::vector<std::u16string> referenceSplit(const std::u16string& path) {
+    std::vector<std::u16string> out;
     std::size_t i = 0;
     auto segmentEnd = [&](std::size_t from) {
-        const std::size_t slash = path.find(L'/', from);
-        return slash == std::wstring::npos ? path.size() : slash;
+        const std::size_t slash = path.find(u'/', from);
+        return slash == std::u16string::npos ? path.size() : slash;
     };
-    if (path.compare(0, 2, L"//") == 0 && path.size() > 2 && path[2] != L'/') {
+    if (path.compare(0, 2, u"//") == 0 && path.size() > 2 && path[2] != u'/') {
         i = segmentEnd(2);
         out.push_back(path.substr(0, i));
-    } else if (path[0] != L'/') {
+    } else if (path[0] != u'/') {
         i = segmentEnd(0);
         out.push_back(path.substr(0, i));
     }
@@ -133,11 +133,11 @@ std::vector<std::wstring> referenceSplit(const std::wstring& path) {
     return out;
 }
 
-void checkSplit(const std::wstring& path) {
-    std::vector<std::wstring> segments = {L"left over"};
+void checkSplit(const std::u16string& path) {
+    std::vector<std::u16string> segments = {u"left over"};
     const bool split = splitPathIntoSegments(path, segments);
     if (path.empty()) {
-        FNFUZZ_CHECK(!split && segments.size() == 1 && segments[0] == L"left over");
+        FNFUZZ_CHECK(!split && segments.size() == 1 && segments[0] == u"left over");
         return;
     }
     FNFUZZ_CHECK(split);
@@ -148,19 +148,19 @@ void checkSplit(const std::wstring& path) {
 
 // Any "." or ".." segment, except the kept blind spot: in a path of three or more characters
 // ending "/./", that last "." is not seen.
-bool referenceDotSegments(const std::wstring& path) {
+bool referenceDotSegments(const std::u16string& path) {
     std::size_t end = path.size();
-    if (path.size() >= 3 && path.compare(path.size() - 3, 3, L"/./") == 0) {
+    if (path.size() >= 3 && path.compare(path.size() - 3, 3, u"/./") == 0) {
         end = path.size() - 2;
     }
     std::size_t start = 0;
     while (start <= end) {
-        std::size_t slash = path.find(L'/', start);
-        if (slash == std::wstring::npos || slash > end) {
+        std::size_t slash = path.find(u'/', start);
+        if (slash == std::u16string::npos || slash > end) {
             slash = end;
         }
-        const std::wstring segment = path.substr(start, slash - start);
-        if (segment == L"." || segment == L"..") {
+        const std::u16string segment = path.substr(start, slash - start);
+        if (segment == u"." || segment == u"..") {
             return true;
         }
         start = slash + 1;
@@ -168,25 +168,8 @@ bool referenceDotSegments(const std::wstring& path) {
     return false;
 }
 
-void checkDotSegments(const std::wstring& path) {
+void checkDotSegments(const std::u16string& path) {
     FNFUZZ_CHECK(containsDotSegments(path) == referenceDotSegments(path));
-}
-
-// UTF-16 units as wide code points; pairs joined, lone surrogates kept as their value.
-std::wstring toWide(const std::u16string& text) {
-    std::wstring out;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char16_t unit = text[i];
-        if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-            text[i + 1] <= 0xDFFF) {
-            out.push_back(
-                static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) + (text[i + 1] - 0xDC00)));
-            ++i;
-        } else {
-            out.push_back(static_cast<wchar_t>(unit));
-        }
-    }
-    return out;
 }
 
 }  // namespace
@@ -201,10 +184,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             checkValidate(bytes);
             break;
         case 1:
-            checkSplit(toWide(fnfuzz::toUtf16(bytes)));
+            checkSplit(fnfuzz::toUtf16(bytes));
             break;
         default:
-            checkDotSegments(toWide(fnfuzz::toUtf16(bytes)));
+            checkDotSegments(fnfuzz::toUtf16(bytes));
             break;
     }
     return 0;

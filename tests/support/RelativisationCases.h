@@ -6,8 +6,8 @@
 #include <string>
 
 #include "foundation/network/IRI.h"
-#include "iri/grammar/PathSegments.h"
 #include "iri/grammar/Unicode.h"
+#include "iri/path/PathSegments.h"
 
 namespace fntest {
 
@@ -80,7 +80,7 @@ inline bool colonGuardMeetsKeptDots(const foundation::network::IRI& relative,
 inline bool baseHasUnseenDotSegment(const foundation::network::IRI& base) {
     using namespace foundation::network::iri::detail;
     const std::u16string path = base.getPath(foundation::network::iri::Encoding(1));
-    return hasDotSegment(path) && !containsDotSegments(utf16ToCodePoints(path));
+    return hasDotSegment(path) && !containsDotSegments(std::u16string_view(path));
 }
 
 /// A rootless base path ("s:a/b") and a result that climbs with "..": dot removal roots the

@@ -11,8 +11,8 @@
 #include "foundation/network/Utf8.h"
 #include "iri/normalize/Characters.h"
 #include "iri/normalize/ComponentText.h"
-#include "iri/normalize/DotSegments.h"
 #include "iri/normalize/Escapes.h"
+#include "iri/path/DotSegments.h"
 
 namespace foundation::network {
 namespace {
@@ -168,7 +168,7 @@ IRI IRI::normalize(const iri::Normalization& how) const {
     const bool hierarchical =
         t.hasScheme || t.hasAuthority || (!t.path.empty() && t.path.front() == u'/');
     if (how.pathSegments && hierarchical) {
-        t.path = iri::detail::removeDotSegments(t.path);
+        t.path = iri::detail::removeDotSegmentsOfText(t.path);
         // A path beginning with "//" would read back as an authority.
         if (!t.hasAuthority && t.path.size() >= 2 && t.path[0] == u'/' && t.path[1] == u'/') {
             t.path.insert(0, u"/.");

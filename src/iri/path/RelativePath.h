@@ -13,11 +13,11 @@ namespace foundation::network::iri::detail {
 /// Kept deliberately: for a base whose path does not end in "/" and that lies two or more
 /// directories below the shared prefix, the result has one ".." too few (base "/a/b/e/d",
 /// target "/a/c" gives "../c").
-std::wstring relativePath(const std::wstring& target, bool targetAbsolute,
-                          const std::wstring& base);
+std::u16string relativePath(const std::u16string& target, bool targetAbsolute,
+                            const std::u16string& base);
 
 /// The shortest relative path naming the last segment of `path`: "." for an empty path or one
 /// ending in "/", else "./" followed by the last segment (the whole path when it has no "/").
-std::wstring minimalRelativePath(const std::wstring& path);
+std::u16string minimalRelativePath(std::u16string_view path);
 
 }  // namespace foundation::network::iri::detail

@@ -1,5 +1,8 @@
 /// @file
-/// @brief Paths as segment lists, dot-segment detection and the path's percent decoder.
+/// @brief Paths as segment lists, and dot-segment detection.
+///
+/// Paths are handled as UTF-16 units: the delimiters ("/", ".", ":") are ASCII, and no unit of a
+/// surrogate pair equals one, so every split and scan gives the same answer as over code points.
 #pragma once
 
 #include <string>
@@ -8,23 +11,17 @@
 
 namespace foundation::network::iri::detail {
 
+using SegmentList = std::vector<std::u16string>;
+
 /// Splits a path into segments, every segment after the first keeping its leading "/", so that
 /// concatenating the list gives the path back ("/a/b/" -> "/a", "/b", "/"; "a/b" -> "a", "/b";
 /// "/a//b" -> "/a", "/", "/b"). Replaces `out` and returns true for every non-empty path;
 /// returns false and leaves `out` untouched for the empty path.
-bool splitPathIntoSegments(const std::wstring& path, std::vector<std::wstring>& out);
+bool splitPathIntoSegments(std::u16string_view path, SegmentList& out);
 
 /// Whether the path holds a "." or ".." segment. A "." just before a final "/" ("/a/./") is
 /// not seen; resolution relies on exactly this scan.
-bool containsDotSegments(const std::wstring& path);
 bool containsDotSegments(std::u16string_view path);
-
-/// Decodes the percent-escapes of a path, except those of characters that would change how the
-/// path parses (the path's do-not-decode set), which stay as written. Stateless; its grammar is
-/// built once and shared.
-class PathPercentDecoder {
-public:
-    void transcode(const std::wstring& in, std::wstring& out) const;
-};
+bool containsDotSegments(std::wstring_view codePoints);
 
 }  // namespace foundation::network::iri::detail

@@ -7,42 +7,37 @@
 /// the root or a trailing slash.
 #pragma once
 
-#include <deque>
 #include <string>
-#include <vector>
+#include <string_view>
+
+#include "iri/path/PathSegments.h"
 
 namespace foundation::network::iri::detail {
-
-using SegmentList = std::vector<std::wstring>;
 
 /// Appends `path` to `segments` in place. Without `removeDots`, a plain append (a "/" element is
 /// put between when the list does not end in one and `path` is relative). With `removeDots`,
 /// "."/".." short cuts first, then the general case: the whole list plus `path` runs through
 /// removeDotSegments, and `absolute` decides whether the result starts with "/". Always returns
 /// true. Linear in the total length.
-bool resolvePath(const std::wstring& path, SegmentList& segments, bool absolute, bool removeDots);
+bool resolvePath(std::u16string_view path, SegmentList& segments, bool absolute, bool removeDots);
 
 /// RFC 3986 section 5.2.4 over a queue of segments: moves what survives from `queue` to the end
 /// of `out`; ".." removes the last element of `out` (above the root it is absorbed). Empties
 /// the queue.
-void removeDotSegments(std::deque<std::wstring>& queue, SegmentList& out);
-
-/// RFC 3986 section 5.2.4 exactly, over the path's text: used wherever the path holds an empty
-/// segment, which the segment form cannot tell from a trailing slash. Linear in the length.
-std::wstring removeDotSegmentsOfText(const std::wstring& path);
+void removeDotSegments(SegmentList& queue, SegmentList& out);
 
 /// The path with its dot segments removed, or the path unchanged when containsDotSegments does
 /// not see any (a "." just before a final "/" is not seen and stays).
-std::wstring removeRelativePathSegments(const std::wstring& path, bool absolute);
+std::u16string removeRelativePathSegments(std::u16string_view path, bool absolute);
 
 /// A path made by resolution or relativisation, written so that its IRI's text reads back the
 /// same (RFC 3986 section 4.2): without an authority a path beginning "//" gets "/." in front
 /// (else it would read as an authority), and without a scheme as well a relative path whose
 /// first segment holds ":" gets "./" (else it would read as a scheme). Neither changes what
 /// the path resolves to.
-void keepPathReadable(std::wstring& path, bool schemePresent, bool authorityPresent);
+void keepPathReadable(std::u16string& path, bool schemePresent, bool authorityPresent);
 
 /// The segments concatenated, with no separator.
-std::wstring joinSegments(const SegmentList& segments);
+std::u16string joinSegments(const SegmentList& segments);
 
 }  // namespace foundation::network::iri::detail

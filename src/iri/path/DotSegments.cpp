@@ -1,4 +1,4 @@
-#include "iri/normalize/DotSegments.h"
+#include "iri/path/DotSegments.h"
 
 #include <string_view>
 
@@ -16,9 +16,9 @@ void dropLastSegment(std::u16string& out) {
 
 }  // namespace
 
-std::u16string removeDotSegments(const std::u16string& path) {
-    if (path.find(u'.') == std::u16string::npos) {
-        return path;
+std::u16string removeDotSegmentsOfText(std::u16string_view path) {
+    if (path.find(u'.') == std::u16string_view::npos) {
+        return std::u16string(path);
     }
     std::u16string_view in(path);
     std::u16string out;

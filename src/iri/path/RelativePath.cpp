@@ -1,36 +1,36 @@
-#include "iri/RelativePath.h"
+#include "iri/path/RelativePath.h"
 
 #include <algorithm>
 
-#include "iri/PathResolution.h"
-#include "iri/grammar/PathSegments.h"
+#include "iri/path/PathResolution.h"
+#include "iri/path/PathSegments.h"
 
 namespace foundation::network::iri::detail {
 namespace {
 
-bool startsWithSlash(const std::wstring& s) {
-    return !s.empty() && s.front() == L'/';
+bool startsWithSlash(const std::u16string& s) {
+    return !s.empty() && s.front() == u'/';
 }
 
-void appendParents(std::wstring& out, std::size_t count) {
+void appendParents(std::u16string& out, std::size_t count) {
     out.reserve(out.size() + 3 * count + 2);
     for (std::size_t i = 0; i < count; ++i) {
-        out += L"../";
+        out += u"../";
     }
 }
 
 // A relative path whose first segment holds a colon would read as a scheme: "./" in front
 // keeps it a path (RFC 3986 section 4.2).
-std::wstring guardColon(std::wstring path) {
-    const auto colon = path.find(L':');
-    if (colon != std::wstring::npos && colon < path.find(L'/')) {
-        path.insert(0, L"./");
+std::u16string guardColon(std::u16string path) {
+    const auto colon = path.find(u':');
+    if (colon != std::u16string::npos && colon < path.find(u'/')) {
+        path.insert(0, u"./");
     }
     return path;
 }
 
-std::wstring relativePathUnguarded(const std::wstring& target, bool targetAbsolute,
-                                   const std::wstring& base) {
+std::u16string relativePathUnguarded(const std::u16string& target, bool targetAbsolute,
+                                     const std::u16string& base) {
     if (target == base) {
         return {};
     }
@@ -47,7 +47,7 @@ std::wstring relativePathUnguarded(const std::wstring& target, bool targetAbsolu
     if (baseSegments.size() == 1 && startsWithSlash(baseSegments.front()) &&
         !targetSegments.empty() && startsWithSlash(targetSegments.front())) {
         // The root alone would become the empty path, which names the base itself.
-        return target == L"/" ? target : target.substr(1);
+        return target == u"/" ? target : target.substr(1);
     }
 
     // Shared leading segments; the last segment of the shorter list never counts.
@@ -59,7 +59,7 @@ std::wstring relativePathUnguarded(const std::wstring& target, bool targetAbsolu
         }
     }
 
-    std::wstring result;
+    std::u16string result;
     if (shared == 0) {
         appendParents(result, std::max<std::size_t>(baseSegments.size() - 1, 1));
         result += targetAbsolute && startsWithSlash(target) ? target.substr(1) : target;
@@ -68,18 +68,18 @@ std::wstring relativePathUnguarded(const std::wstring& target, bool targetAbsolu
 
     std::size_t up = baseSegments.size() - 1 - shared;
     if (up == 0) {
-        result = L".";
+        result = u".";
     } else {
         // Kept deliberately: lowering the count for a base not ending in "/" gives one ".."
         // too few when the base lies two or more directories below the shared prefix.
-        if (baseSegments.back() != L"/") {
+        if (baseSegments.back() != u"/") {
             --up;
         }
         appendParents(result, up > 1 ? up - 1 : 0);
-        result += L"..";
+        result += u"..";
     }
     if (!startsWithSlash(targetSegments[shared])) {
-        result += L'/';
+        result += u'/';
     }
     for (std::size_t i = shared; i < targetSegments.size(); ++i) {
         result += targetSegments[i];
@@ -89,22 +89,22 @@ std::wstring relativePathUnguarded(const std::wstring& target, bool targetAbsolu
 
 }  // namespace
 
-std::wstring relativePath(const std::wstring& target, bool targetAbsolute,
-                          const std::wstring& base) {
+std::u16string relativePath(const std::u16string& target, bool targetAbsolute,
+                            const std::u16string& base) {
     return guardColon(relativePathUnguarded(target, targetAbsolute, base));
 }
 
-std::wstring minimalRelativePath(const std::wstring& path) {
-    std::wstring result = L".";
-    if (path.empty() || path.back() == L'/') {
+std::u16string minimalRelativePath(std::u16string_view path) {
+    std::u16string result = u".";
+    if (path.empty() || path.back() == u'/') {
         return result;
     }
-    const auto slash = path.rfind(L'/');
-    if (slash == std::wstring::npos) {
-        result += L'/';
+    const auto slash = path.rfind(u'/');
+    if (slash == std::u16string::npos) {
+        result += u'/';
         result += path;
     } else {
-        result.append(path, slash, std::wstring::npos);
+        result.append(path, slash, std::u16string::npos);
     }
     return result;
 }
