@@ -1,35 +1,31 @@
-// Copying component groups from one IRI value into a result under construction.
+// Component groups of a result under construction, taken from one of the operands.
 //
-// Every component moves in its IRI form (Encoding 1), so no escape is decoded or added on the way.
+// Every component moves in its IRI form (Encoding 1), so no escape is decoded or added on the
+// way. The flags are set at once; the text is viewed in the operand and written with the rest of
+// the result by finishFlags.
 #include "iri/TemplateIRI.h"
 
 namespace foundation::network::iri::detail {
-namespace {
-
-constexpr Encoding kIriForm(1);
-
-}  // namespace
 
 template <class String>
-void TemplateIRI<String>::takeSchemeFrom(const TemplateIRI& from) {
-    parts.setScheme(from.parts.scheme());
+void TemplateIRI<String>::takeSchemeFrom(const TemplateIRI& from, Assembly& into) {
+    into.scheme = from.parts.scheme();
     schemePresent = true;
 }
 
 // User info, host and port, each only where `from` has it.
 template <class String>
-void TemplateIRI<String>::takeAuthorityFrom(const TemplateIRI& from) {
+void TemplateIRI<String>::takeAuthorityFrom(const TemplateIRI& from, Assembly& into) {
     if (from.userInfoPresent) {
-        parts.set(ComponentKind::UserInfo, from.parts.view(ComponentKind::UserInfo, kIriForm),
-                  Form::Iri);
+        into.userInfo = from.parts.view(ComponentKind::UserInfo, Form::Iri);
         userInfoPresent = true;
     }
     if (from.hostPresent) {
-        parts.set(ComponentKind::Host, from.parts.view(ComponentKind::Host, kIriForm), Form::Iri);
+        into.host = from.parts.view(ComponentKind::Host, Form::Iri);
         hostPresent = true;
     }
     if (from.portPresent) {
-        parts.setPort(from.parts.port());
+        into.port = from.parts.port();
         portNumber = from.portNumber;
         portPresent = true;
     }
@@ -37,29 +33,26 @@ void TemplateIRI<String>::takeAuthorityFrom(const TemplateIRI& from) {
 
 // A query moves with its option.
 template <class String>
-void TemplateIRI<String>::takeQueryFrom(const TemplateIRI& from) {
+void TemplateIRI<String>::takeQueryFrom(const TemplateIRI& from, Assembly& into) {
     if (from.queryPresent) {
         queryOption = from.queryOption;
-        parts.set(ComponentKind::Query, from.parts.view(ComponentKind::Query, kIriForm), Form::Iri);
-        if (from.queryOption) {
-            parts.setQueryAsOctets();
-        }
+        into.query = from.parts.view(ComponentKind::Query, Form::Iri);
+        into.queryAsOctets = from.queryOption;
         queryPresent = true;
     }
 }
 
 template <class String>
-void TemplateIRI<String>::takeFragmentFrom(const TemplateIRI& from) {
+void TemplateIRI<String>::takeFragmentFrom(const TemplateIRI& from, Assembly& into) {
     if (from.fragmentPresent) {
-        parts.set(ComponentKind::Fragment, from.parts.view(ComponentKind::Fragment, kIriForm),
-                  Form::Iri);
+        into.fragment = from.parts.view(ComponentKind::Fragment, Form::Iri);
         fragmentPresent = true;
     }
 }
 
-template void TemplateIRI<std::wstring>::takeSchemeFrom(const TemplateIRI&);
-template void TemplateIRI<std::wstring>::takeAuthorityFrom(const TemplateIRI&);
-template void TemplateIRI<std::wstring>::takeQueryFrom(const TemplateIRI&);
-template void TemplateIRI<std::wstring>::takeFragmentFrom(const TemplateIRI&);
+template void TemplateIRI<std::wstring>::takeSchemeFrom(const TemplateIRI&, Assembly&);
+template void TemplateIRI<std::wstring>::takeAuthorityFrom(const TemplateIRI&, Assembly&);
+template void TemplateIRI<std::wstring>::takeQueryFrom(const TemplateIRI&, Assembly&);
+template void TemplateIRI<std::wstring>::takeFragmentFrom(const TemplateIRI&, Assembly&);
 
 }  // namespace foundation::network::iri::detail

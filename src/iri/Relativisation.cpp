@@ -20,8 +20,6 @@ namespace {
 
 using core::except::detail::AnonymousInternalException;
 
-constexpr Encoding kIriForm(1);
-
 bool hasEmptySegment(std::u16string_view path) {
     return path.find(u"//") != std::u16string_view::npos;
 }
@@ -64,19 +62,17 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
 
     TemplateIRI t;
+    Assembly taken;
     const auto setPath = [&](std::u16string path) {
         keepPathReadable(path, t.schemePresent, t.hostPresent);
         t.pathEmpty = path.empty();
         t.absolutePath = !path.empty() && path.front() == FORWARD_SLASH;
         t.pathHasDotSegments = containsDotSegments(path);
-        t.parts.setPath(std::move(path), kIriForm);
+        taken.path = std::move(path);
     };
     const auto finish = [&] {
-        if (t.pathEmpty) {
-            t.parts.setPath(std::u16string_view(), kIriForm);
-        }
-        t.takeFragmentFrom(a);
-        t.finishFlags();
+        t.takeFragmentFrom(a, taken);
+        t.finishFlags(taken);
         return std::move(t);
     };
 
@@ -127,10 +123,10 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     const bool pathLooksLikeAuthority = path.substr(0, 2) == u"//";
     if (authorityDiffers ||
         (a.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
-        t.takeAuthorityFrom(a);
+        t.takeAuthorityFrom(a, taken);
         setPath(std::u16string(path));
         t.pathHasDotSegments = a.pathHasDotSegments;
-        t.takeQueryFrom(a);
+        t.takeQueryFrom(a, taken);
         return finish();
     }
 
@@ -142,7 +138,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         if (!a.queryPresent && !a.authorityPresent && b.queryPresent) {
             refuse("Cannot make relative to base as base has query but this does not");
         }
-        t.takeQueryFrom(a);
+        t.takeQueryFrom(a, taken);
         return finish();
     }
 
@@ -171,11 +167,12 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
             if (a.schemePresent && !a.pathHasDotSegments &&
                 (hasEmptySegment(path) || hasEmptySegment(basePath))) {
                 TemplateIRI candidate = t;
+                Assembly candidateParts = taken;
                 if (a.queryPresent) {
-                    candidate.takeQueryFrom(a);
+                    candidate.takeQueryFrom(a, candidateParts);
                 }
-                candidate.takeFragmentFrom(a);
-                candidate.finishFlags();
+                candidate.takeFragmentFrom(a, candidateParts);
+                candidate.finishFlags(candidateParts);
                 if (!(candidate.doResolve(b) == a)) {
                     return a;
                 }
@@ -185,7 +182,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     // Equal queries are left to resolution only where the path is empty: a non-empty path
     // drops the base's query.
     if (a.queryPresent && (!sameQuery || !t.pathEmpty)) {
-        t.takeQueryFrom(a);
+        t.takeQueryFrom(a, taken);
     }
     return finish();
 }

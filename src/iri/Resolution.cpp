@@ -14,8 +14,6 @@
 namespace foundation::network::iri::detail {
 namespace {
 
-constexpr Encoding kIriForm(1);
-
 bool startsWithSlash(std::u16string_view s) {
     return !s.empty() && s.front() == u'/';
 }
@@ -34,6 +32,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     const TemplateIRI& r = *this;
     const TemplateIRI& b = base;
     TemplateIRI t;
+    Assembly taken;
 
     if (r.empty.load()) {
         if (!b.fragmentPresent) {
@@ -41,15 +40,15 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
         }
         // The base without its fragment.
         if (b.schemePresent) {
-            t.takeSchemeFrom(b);
+            t.takeSchemeFrom(b, taken);
         }
-        t.takeAuthorityFrom(b);
-        t.takeQueryFrom(b);
-        t.parts.setPath(b.parts.storedPath(Form::Iri), kIriForm);
+        t.takeAuthorityFrom(b, taken);
+        t.takeQueryFrom(b, taken);
+        taken.path = b.parts.storedPath(Form::Iri);
         t.pathEmpty = b.pathEmpty;
         t.absolutePath = b.absolutePath;
         t.pathHasDotSegments = b.pathHasDotSegments;
-        t.finishFlags();
+        t.finishFlags(taken);
         return t;
     }
 
@@ -71,15 +70,15 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     };
 
     if (r.schemePresent) {
-        t.takeSchemeFrom(r);
-        t.takeAuthorityFrom(r);
+        t.takeSchemeFrom(r, taken);
+        t.takeAuthorityFrom(r, taken);
         path = referencePath();
-        t.takeQueryFrom(r);
+        t.takeQueryFrom(r, taken);
     } else {
         if (r.authorityPresent) {
-            t.takeAuthorityFrom(r);
+            t.takeAuthorityFrom(r, taken);
             path = referencePath();
-            t.takeQueryFrom(r);
+            t.takeQueryFrom(r, taken);
         } else {
             const std::u16string_view basePath = b.parts.storedPath(Form::Iri);
             const std::u16string_view referenceText = r.parts.storedPath(Form::Iri);
@@ -87,18 +86,18 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
                 if (!b.pathEmpty) {
                     path = basePath;
                 }
-                t.takeQueryFrom(r.queryPresent ? r : b);
+                t.takeQueryFrom(r.queryPresent ? r : b, taken);
             } else if (r.absolutePath) {
                 SegmentList segments;
                 path = r.pathHasDotSegments ? r.resolvePathComponents(segments, absolute)
                                             : referenceText;
-                t.takeQueryFrom(r);
+                t.takeQueryFrom(r, taken);
             } else if (b.authorityPresent && b.pathEmpty) {
                 // Kept deliberately: no dot-segment removal here, unlike RFC 3986.
                 path.reserve(referenceText.size() + 1);
                 path += u'/';
                 path += referenceText;
-                t.takeQueryFrom(r);
+                t.takeQueryFrom(r, taken);
             } else if (!b.pathHasDotSegments && !r.pathHasDotSegments) {
                 // The RFC 3986 merge.
                 const auto slash = basePath.rfind(u'/');
@@ -107,7 +106,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
                     path.assign(basePath.substr(0, slash + 1));
                 }
                 path += referenceText;
-                t.takeQueryFrom(r);
+                t.takeQueryFrom(r, taken);
             } else {
                 SegmentList segments;
                 if (b.pathHasDotSegments) {
@@ -131,45 +130,43 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
                     }
                 }
                 path = r.resolvePathComponents(segments, absolute);
-                t.takeQueryFrom(r);
+                t.takeQueryFrom(r, taken);
             }
-            t.takeAuthorityFrom(b);
+            t.takeAuthorityFrom(b, taken);
         }
         if (b.schemePresent) {
-            t.takeSchemeFrom(b);
+            t.takeSchemeFrom(b, taken);
         }
     }
-    t.takeFragmentFrom(r);
+    t.takeFragmentFrom(r, taken);
     // Never set by resolution: a result is taken as free of dot segments when it serves as a
     // base later.
     t.pathHasDotSegments = false;
     keepPathReadable(path, t.schemePresent, t.hostPresent);
     t.pathEmpty = path.empty();
     t.absolutePath = startsWithSlash(path);
-    t.parts.setPath(std::move(path), kIriForm);
-    t.finishFlags();
+    taken.path = std::move(path);
+    t.finishFlags(taken);
     return t;
 }
 
-// The flags that follow from the components: emptiness, the authority, the scheme's marks;
-// then the text.
+// The text, written once from the components taken, then the flags that follow from them:
+// emptiness, the authority, the scheme's marks.
 template <class String>
-void TemplateIRI<String>::finishFlags() {
+void TemplateIRI<String>::finishFlags(const Assembly& assembly) {
+    parts.assign(assembly);
     empty.store(parts.isEmpty() && !schemePresent && !portPresent);
     authorityPresent = hostPresent;
     if (schemePresent) {
-        parts.setSchemePresent(true);
         absolute = true;
         if (!authorityPresent) {
             opaque = !absolutePath;
         }
     }
-    // The components, all in their IRI form, laid out as the value's IRI-form text.
-    parts.writeAsText(schemePresent, portPresent);
 }
 
 template std::u16string TemplateIRI<std::wstring>::resolvePathComponents(SegmentList&, bool) const;
 template TemplateIRI<std::wstring> TemplateIRI<std::wstring>::doResolve(const TemplateIRI&) const;
-template void TemplateIRI<std::wstring>::finishFlags();
+template void TemplateIRI<std::wstring>::finishFlags(const Assembly&);
 
 }  // namespace foundation::network::iri::detail

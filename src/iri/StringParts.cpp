@@ -419,7 +419,74 @@ void StringParts::adoptText(const std::u16string& text) {
     buffer_ = text;
 }
 
+void StringParts::assign(const Assembly& assembly) {
+    const auto size = [](const std::optional<std::u16string_view>& part) {
+        return part ? part->size() + 1 : 0;  // with its delimiter
+    };
+    std::u16string text;
+    text.reserve(size(assembly.scheme) + size(assembly.userInfo) + size(assembly.host) + 2 +
+                 size(assembly.port) + assembly.path.size() + size(assembly.query) +
+                 size(assembly.fragment));
+    std::array<Range, 7> ranges{};
+    const auto put = [&](std::size_t index, std::u16string_view part) {
+        const auto begin = static_cast<std::uint32_t>(text.size());
+        text += part;
+        ranges[index] = {begin, static_cast<std::uint32_t>(text.size())};
+    };
+    const auto index = [](ComponentKind kind) { return static_cast<std::size_t>(kind); };
+    std::uint32_t bits = kTextBit | kEmptyBit;
+    const auto mark = [&](ComponentKind kind, bool nonEmpty) {
+        bits |= presentBit(kind) | (static_cast<std::uint32_t>(Form::Iri) << formShift(kind));
+        if (kind != ComponentKind::Path || nonEmpty) {
+            bits &= ~kEmptyBit;
+        }
+    };
+    if (assembly.scheme) {
+        put(kSchemeRange, *assembly.scheme);
+        text += u':';
+        bits |= kPathSchemeBit;
+    }
+    if (assembly.host) {
+        text += u"//";
+        if (assembly.userInfo) {
+            put(index(ComponentKind::UserInfo), *assembly.userInfo);
+            text += u'@';
+            mark(ComponentKind::UserInfo, true);
+            bits |= kPathUserInfoBit;
+        }
+        put(index(ComponentKind::Host), *assembly.host);
+        mark(ComponentKind::Host, true);
+        bits |= kPathHostBit;
+        if (assembly.port) {
+            text += u':';
+            put(kPortRange, *assembly.port);
+        }
+    }
+    put(index(ComponentKind::Path), assembly.path);
+    mark(ComponentKind::Path, !assembly.path.empty());
+    if (assembly.query) {
+        text += u'?';
+        put(index(ComponentKind::Query), *assembly.query);
+        mark(ComponentKind::Query, true);
+        if (assembly.queryAsOctets) {
+            bits |= kQueryOctetsBit;
+        }
+    }
+    if (assembly.fragment) {
+        text += u'#';
+        put(index(ComponentKind::Fragment), *assembly.fragment);
+        mark(ComponentKind::Fragment, true);
+    }
+    derived_.reset();
+    buffer_ = std::move(text);
+    ranges_ = ranges;
+    bits_ = bits;
+}
+
 bool StringParts::writeAsText(bool schemePresent, bool portPresent) {
+    if (isText()) {
+        return true;
+    }
     for (unsigned k = 0; k < 5; ++k) {
         const auto kind = static_cast<ComponentKind>(k);
         if (has(kind) && given(kind) != Form::Iri) {

@@ -8,6 +8,7 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -143,6 +144,22 @@ public:
     /// The whole buffer: the parsed text while only adoptText and the range setters ran, or
     /// what writeAsText wrote.
     std::u16string_view text() const noexcept { return buffer_; }
+    /// The components of a value made by resolution or relativisation, each in its IRI form,
+    /// viewed in the operands until assign() writes them; absent ones are empty optionals.
+    struct Assembly {
+        std::optional<std::u16string_view> scheme;
+        std::optional<std::u16string_view> userInfo;
+        std::optional<std::u16string_view> host;
+        std::optional<std::u16string_view> port;
+        std::u16string path;
+        std::optional<std::u16string_view> query;
+        std::optional<std::u16string_view> fragment;
+        bool queryAsOctets = false;
+    };
+    /// Replaces every component with those of `assembly`, written at once as the value's
+    /// IRI-form text (one allocation) with the ranges into it.
+    void assign(const Assembly& assembly);
+
     /// Rewrites the buffer as the IRI-form text of the whole value (scheme ":", "//" and the
     /// authority when a host is present, path, "?" query, "#" fragment), when every component
     /// is held in its IRI form; the ranges then index that text. Returns whether it did.

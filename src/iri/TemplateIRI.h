@@ -165,13 +165,15 @@ private:
     void setArgsQuery(ArgsBase<String>& args) const;
     void setArgsFragment(ArgsBase<String>& args) const;
     std::uint64_t computeHash() const;
-    void finishFlags();
     // Resolution and relativisation assemble their results from the operands' components, each
-    // copied in its IRI form with its presence flag (ComponentTransfer.cpp).
-    void takeSchemeFrom(const TemplateIRI& from);
-    void takeAuthorityFrom(const TemplateIRI& from);
-    void takeQueryFrom(const TemplateIRI& from);
-    void takeFragmentFrom(const TemplateIRI& from);
+    // taken in its IRI form with its presence flag (ComponentTransfer.cpp), then written at once
+    // by finishFlags.
+    using Assembly = StringParts::Assembly;
+    void takeSchemeFrom(const TemplateIRI& from, Assembly& into);
+    void takeAuthorityFrom(const TemplateIRI& from, Assembly& into);
+    void takeQueryFrom(const TemplateIRI& from, Assembly& into);
+    void takeFragmentFrom(const TemplateIRI& from, Assembly& into);
+    void finishFlags(const Assembly& assembly);
 
     std::u16string readComponent(ComponentKind kind, const Encoding& encoding, bool repair,
                                  bool escapeBrackets) const;
