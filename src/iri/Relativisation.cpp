@@ -37,10 +37,19 @@ std::u16string TemplateIRI<String>::getMinimalRelativePath() const {
 
 template <class String>
 std::u16string TemplateIRI<String>::getRelativePath(const TemplateIRI& base) const {
-    const std::u16string basePath =
-        removeRelativePathSegments(base.parts.storedPath(Form::Iri), base.absolutePath);
-    const std::u16string path =
-        removeRelativePathSegments(parts.storedPath(Form::Iri), absolutePath);
+    // Each path as stored, or with its dot segments removed where it has any.
+    std::u16string basePathWithoutDots;
+    std::u16string pathWithoutDots;
+    std::u16string_view basePath = base.parts.storedPath(Form::Iri);
+    std::u16string_view path = parts.storedPath(Form::Iri);
+    if (containsDotSegments(basePath)) {
+        basePathWithoutDots = removeRelativePathSegments(basePath, base.absolutePath);
+        basePath = basePathWithoutDots;
+    }
+    if (containsDotSegments(path)) {
+        pathWithoutDots = removeRelativePathSegments(path, absolutePath);
+        path = pathWithoutDots;
+    }
     return relativePath(path, absolutePath, basePath);
 }
 

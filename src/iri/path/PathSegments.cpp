@@ -5,13 +5,16 @@ namespace foundation::network::iri::detail {
 // The first element is "//" and a segment, "/" and a segment, a lone "/" (the root, or an empty
 // first segment before another "/"), or a segment; every later one "/" and a segment, or "/"
 // alone for an empty segment or a trailing slash.
-bool splitPathIntoSegments(std::u16string_view path, SegmentList& out) {
+namespace {
+
+template <class Segments>
+bool split(std::u16string_view path, Segments& out) {
     if (path.empty()) {
         return false;
     }
     constexpr auto npos = std::u16string_view::npos;
     const std::size_t n = path.size();
-    SegmentList segments;
+    Segments segments;
     const auto take = [&](std::size_t from, std::size_t to) {
         segments.emplace_back(path.substr(from, to == npos ? npos : to - from));
         return to == npos ? n : to;
@@ -29,6 +32,16 @@ bool splitPathIntoSegments(std::u16string_view path, SegmentList& out) {
     }
     out = std::move(segments);
     return true;
+}
+
+}  // namespace
+
+bool splitPathIntoSegments(std::u16string_view path, SegmentList& out) {
+    return split(path, out);
+}
+
+bool splitPathIntoSegments(std::u16string_view path, SegmentViews& out) {
+    return split(path, out);
 }
 
 namespace {

@@ -8,7 +8,7 @@
 namespace foundation::network::iri::detail {
 namespace {
 
-bool startsWithSlash(const std::u16string& s) {
+bool startsWithSlash(std::u16string_view s) {
     return !s.empty() && s.front() == u'/';
 }
 
@@ -29,17 +29,17 @@ std::u16string guardColon(std::u16string path) {
     return path;
 }
 
-std::u16string relativePathUnguarded(const std::u16string& target, bool targetAbsolute,
-                                     const std::u16string& base) {
+std::u16string relativePathUnguarded(std::u16string_view target, bool targetAbsolute,
+                                     std::u16string_view base) {
     if (target == base) {
         return {};
     }
-    SegmentList baseSegments;
+    SegmentViews baseSegments;
     splitPathIntoSegments(base, baseSegments);
     if (baseSegments.empty()) {
-        return target;
+        return std::u16string(target);
     }
-    SegmentList targetSegments;
+    SegmentViews targetSegments;
     splitPathIntoSegments(target, targetSegments);
 
     // A base of one absolute segment: the target without its leading "/" merges back onto
@@ -47,7 +47,7 @@ std::u16string relativePathUnguarded(const std::u16string& target, bool targetAb
     if (baseSegments.size() == 1 && startsWithSlash(baseSegments.front()) &&
         !targetSegments.empty() && startsWithSlash(targetSegments.front())) {
         // The root alone would become the empty path, which names the base itself.
-        return target == u"/" ? target : target.substr(1);
+        return std::u16string(target == u"/" ? target : target.substr(1));
     }
 
     // Shared leading segments; the last segment of the shorter list never counts.
@@ -81,16 +81,16 @@ std::u16string relativePathUnguarded(const std::u16string& target, bool targetAb
     if (!startsWithSlash(targetSegments[shared])) {
         result += u'/';
     }
-    for (std::size_t i = shared; i < targetSegments.size(); ++i) {
-        result += targetSegments[i];
-    }
+    // The segments from the first unshared one on: the rest of the target's text.
+    result +=
+        target.substr(static_cast<std::size_t>(targetSegments[shared].data() - target.data()));
     return result;
 }
 
 }  // namespace
 
-std::u16string relativePath(const std::u16string& target, bool targetAbsolute,
-                            const std::u16string& base) {
+std::u16string relativePath(std::u16string_view target, bool targetAbsolute,
+                            std::u16string_view base) {
     return guardColon(relativePathUnguarded(target, targetAbsolute, base));
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace foundation::network::iri::detail {
 
@@ -13,8 +14,8 @@ namespace foundation::network::iri::detail {
 /// Kept deliberately: for a base whose path does not end in "/" and that lies two or more
 /// directories below the shared prefix, the result has one ".." too few (base "/a/b/e/d",
 /// target "/a/c" gives "../c").
-std::u16string relativePath(const std::u16string& target, bool targetAbsolute,
-                            const std::u16string& base);
+std::u16string relativePath(std::u16string_view target, bool targetAbsolute,
+                            std::u16string_view base);
 
 /// The shortest relative path naming the last segment of `path`: "." for an empty path or one
 /// ending in "/", else "./" followed by the last segment (the whole path when it has no "/").
