@@ -26,16 +26,6 @@ bool isStrict(const Encoding& encoding) {
 // Cache entry of each Encoding.
 constexpr std::size_t kCacheEntry[5] = {0, 1, 3, 2, 4};
 
-// The grammar reads code points: each thread converts into one buffer it keeps, so that a
-// parse allocates nothing but the value's own text. A buffer grown by a very long text is not
-// kept.
-constexpr std::size_t kScratchKept = 1 << 16;
-
-std::wstring& scratch() {
-    thread_local std::wstring buffer;
-    return buffer;
-}
-
 }  // namespace
 
 template <class String>
@@ -183,35 +173,20 @@ void TemplateIRI<String>::parse(const std::u16string& utf16) {
         textIsCurrent.store(true);
         return;
     }
-    // The buffer only grows (no clearing and refilling), and the grammar reads the part
-    // written now.
-    String& codePoints = scratch();
-    if (codePoints.size() < utf16.size()) {
-        codePoints.resize(utf16.size());
-    }
-    struct Trim {
-        String& buffer;
-        ~Trim() {
-            if (buffer.size() > kScratchKept) {
-                String().swap(buffer);
-            }
-        }
-    } trim{codePoints};
-    const std::size_t length = writeCodePoints(utf16, codePoints.data());
-    const bool pairs = length != utf16.size();
-    const auto first = codePoints.cbegin();
-    const auto last = first + static_cast<std::ptrdiff_t>(length);
     textIsCurrent.store(true, std::memory_order_relaxed);  // the value is not shared yet
     empty.store(false, std::memory_order_relaxed);
-    Parts<String> found;
-    if (!irigrammar::parseString<String>(first, last, found)) {
+    // The grammar reads the UTF-16 text itself, a surrogate pair as one code point; an unpaired
+    // surrogate matches no rule, and its own error is the one reported.
+    Parts<std::u16string> found;
+    if (!irigrammar::parseString<std::u16string>(utf16.cbegin(), utf16.cend(), found)) {
+        (void)widen(utf16);
         throwParsingFailed();
     }
     setPartFlags(found);
     if (portPresent) {
         unsigned short number = 0;
-        const std::wstring_view digits(
-            codePoints.data() + (found.port.first - codePoints.cbegin()),
+        const std::u16string_view digits(
+            utf16.data() + (found.port.first - utf16.cbegin()),
             static_cast<std::size_t>(found.port.last - found.port.first));
         if (!portStringToNumeric(digits, number)) {
             throwParsingFailed();
@@ -219,15 +194,16 @@ void TemplateIRI<String>::parse(const std::u16string& utf16) {
         portNumber = number;
     }
     if (!found.scheme.present) {
-        found.scheme.setEmptyAt(first);
+        found.scheme.setEmptyAt(utf16.cbegin());
     }
     found.update();
     parts.adoptText(utf16);
-    setStringParts(found, codePoints, pairs);
+    setStringParts(found, utf16.cbegin());
 }
 
 template <class String>
-void TemplateIRI<String>::setPartFlags(const Parts<String>& found) {
+template <class Found>
+void TemplateIRI<String>::setPartFlags(const Found& found) {
     schemePresent = found.scheme.present;
     queryPresent = found.query.present;
     fragmentPresent = found.fragment.present;
@@ -245,20 +221,12 @@ void TemplateIRI<String>::setPartFlags(const Parts<String>& found) {
     }
 }
 
-// The ranges found in the code points, as offsets into the UTF-16 text.
+// The ranges found, as offsets into the text.
 template <class String>
-void TemplateIRI<String>::setStringParts(const Parts<String>& found, const String& codePoints,
-                                         bool surrogatePairs) {
-    const auto begin = codePoints.cbegin();
-    // A code point above U+FFFF takes two UTF-16 units.
-    const auto offset = [&](Iterator at) {
-        auto units = static_cast<std::uint32_t>(at - begin);
-        if (surrogatePairs) {
-            for (auto it = begin; it != at; ++it) {
-                units += *it > 0xFFFF ? 1 : 0;
-            }
-        }
-        return units;
+template <class Found>
+void TemplateIRI<String>::setStringParts(const Found& found, typename Found::Iterator begin) {
+    const auto offset = [&](typename Found::Iterator at) {
+        return static_cast<std::uint32_t>(at - begin);
     };
     const auto place = [&](ComponentKind kind, const auto& range) {
         parts.setRange(kind, offset(range.first), offset(range.last));

@@ -107,30 +107,10 @@ public:
 
     // Parsing driver.
     void parse(const std::u16string& utf16);
-    void setPartFlags(const Parts<String>& found);
-    void setStringParts(const Parts<String>& found, const String& codePoints, bool surrogatePairs);
-
-    static Range schemeRange(const Parts<String>& found) {
-        return {found.scheme.first, found.scheme.last};
-    }
-    static Range userInfoRange(const Parts<String>& found) {
-        return {found.userInfo.first, found.userInfo.last};
-    }
-    static Range hostRange(const Parts<String>& found) {
-        return {found.host.first, found.host.last};
-    }
-    static Range portRange(const Parts<String>& found) {
-        return {found.port.first, found.port.last};
-    }
-    static Range pathRange(const Parts<String>& found) {
-        return {found.path.first, found.path.last};
-    }
-    static Range queryRange(const Parts<String>& found) {
-        return {found.query.first, found.query.last};
-    }
-    static Range fragmentRange(const Parts<String>& found) {
-        return {found.fragment.first, found.fragment.last};
-    }
+    template <class Found>
+    void setPartFlags(const Found& found);
+    template <class Found>
+    void setStringParts(const Found& found, typename Found::Iterator begin);
 
     // Building from arguments (BuildFromArgs.cpp).
     explicit TemplateIRI(const ArgsBase<String>& args);

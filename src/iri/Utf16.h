@@ -16,8 +16,6 @@ inline bool isSurrogate(char16_t unit) {
     return unit >= 0xD800 && unit <= 0xDFFF;
 }
 
-/// Appends the code points of `utf16` to `out`. Throws std::out_of_range ("Misplaced UTF-16
-/// surrogate U+...") for an unpaired surrogate. Returns whether a surrogate pair was seen.
 /// Writes the code points of `utf16` to `out`, which has room for `utf16.size()` of them, and
 /// returns how many it wrote. Throws std::out_of_range ("Misplaced UTF-16 surrogate U+...") for
 /// an unpaired surrogate.

@@ -120,7 +120,8 @@ inline bool unreservedOr(std::uint32_t c) {
 }
 
 /// A Spirit.Qi primitive that consumes one code point for which `Test` holds. It has no
-/// attribute: the grammar reads ranges (raw), never characters.
+/// attribute: the grammar reads ranges (raw), never characters. Over UTF-16 units a surrogate
+/// pair is one code point; a lone surrogate is in no class.
 template <bool (*Test)(std::uint32_t)>
 struct CharClassParser : qi::primitive_parser<CharClassParser<Test>> {
     template <class Context, class Iterator>
@@ -132,7 +133,25 @@ struct CharClassParser : qi::primitive_parser<CharClassParser<Test>> {
     bool parse(Iterator& first, const Iterator& last, Context&, const Skipper& skipper,
                Attribute&) const {
         qi::skip_over(first, last, skipper);
-        if (first != last && Test(static_cast<std::uint32_t>(*first))) {
+        if (first == last) {
+            return false;
+        }
+        auto c = static_cast<std::uint32_t>(*first);
+        if constexpr (sizeof(*first) == 2) {
+            if (c >= 0xD800 && c <= 0xDBFF) {
+                Iterator next = first;
+                if (++next == last || *next < 0xDC00 || *next > 0xDFFF) {
+                    return false;
+                }
+                c = 0x10000 + ((c - 0xD800) << 10) + (static_cast<std::uint32_t>(*next) - 0xDC00);
+                if (!Test(c)) {
+                    return false;
+                }
+                first = ++next;
+                return true;
+            }
+        }
+        if (Test(c)) {
             ++first;
             return true;
         }

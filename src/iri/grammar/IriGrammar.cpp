@@ -113,6 +113,8 @@ bool parseScheme(typename String::const_iterator first, typename String::const_i
 
 template bool parseString<std::wstring>(std::wstring::const_iterator, std::wstring::const_iterator,
                                         Parts<std::wstring>&);
+template bool parseString<std::u16string>(std::u16string::const_iterator,
+                                          std::u16string::const_iterator, Parts<std::u16string>&);
 template bool parseScheme<std::wstring>(std::wstring::const_iterator, std::wstring::const_iterator);
 
 }  // namespace foundation::network::iri::detail::irigrammar

@@ -6,7 +6,9 @@
 
 namespace foundation::network::iri::detail::irigrammar {
 
-/// Whether [first, last) is an IRI reference. On success `parts` holds the ranges of the
+/// Whether [first, last) is an IRI reference: code points (std::wstring), or UTF-16 units
+/// (std::u16string) where a surrogate pair counts as the code point it encodes and an unpaired
+/// surrogate matches nothing. On success `parts` holds the ranges of the
 /// components found (absent ones keep `present == false`); on failure its content is
 /// unspecified. Never throws; allocates nothing.
 template <class String>
@@ -19,6 +21,9 @@ bool parseScheme(typename String::const_iterator first, typename String::const_i
 
 extern template bool parseString<std::wstring>(std::wstring::const_iterator,
                                                std::wstring::const_iterator, Parts<std::wstring>&);
+extern template bool parseString<std::u16string>(std::u16string::const_iterator,
+                                                 std::u16string::const_iterator,
+                                                 Parts<std::u16string>&);
 extern template bool parseScheme<std::wstring>(std::wstring::const_iterator,
                                                std::wstring::const_iterator);
 

@@ -88,6 +88,7 @@ struct Parts {
 };
 
 extern template struct Parts<std::wstring>;
+extern template struct Parts<std::u16string>;
 extern template struct HierarchicalPart<std::wstring>;
 
 }  // namespace foundation::network::iri::detail

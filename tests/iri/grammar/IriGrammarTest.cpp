@@ -1,8 +1,11 @@
 #include "iri/grammar/IriGrammar.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -24,16 +27,43 @@ struct Found {
     bool operator==(const Found&) const = default;
 };
 
-std::optional<Found> parse(const std::wstring& text) {
-    Parts<std::wstring> parts;
-    if (!parseString<std::wstring>(text.begin(), text.end(), parts)) {
+// The grammar over code points, or over UTF-16 units with the components read back as code
+// points.
+template <class String>
+std::optional<Found> parseAs(const String& text) {
+    Parts<String> parts;
+    if (!parseString<String>(text.begin(), text.end(), parts)) {
         return std::nullopt;
     }
     const auto get = [](const auto& range) -> Component {
-        return range.present ? Component(std::wstring(range.first, range.last)) : none;
+        if (!range.present) {
+            return none;
+        }
+        if constexpr (std::is_same_v<String, std::u16string>) {
+            return utf16ToCodePoints(std::u16string(range.first, range.last));
+        } else {
+            return std::wstring(range.first, range.last);
+        }
     };
     return Found{get(parts.scheme), get(parts.userInfo), get(parts.host),    get(parts.port),
                  get(parts.path),   get(parts.query),    get(parts.fragment)};
+}
+
+// What UTF-16 cannot hold: a surrogate or a value beyond U+10FFFF.
+bool notScalar(wchar_t c) {
+    const auto value = static_cast<std::uint32_t>(c);
+    return (value >= 0xD800 && value <= 0xDFFF) || value > 0x10FFFF;
+}
+
+std::string show(const std::wstring& text);
+
+// Every case runs both ways: values are parsed from UTF-16, and the two must agree.
+std::optional<Found> parse(const std::wstring& text) {
+    std::optional<Found> found = parseAs(text);
+    if (std::none_of(text.begin(), text.end(), notScalar)) {
+        EXPECT_EQ(parseAs(codePointsToUtf16(text)), found) << show(text);
+    }
+    return found;
 }
 
 std::string show(const std::wstring& text) {
@@ -140,6 +170,21 @@ TEST(IriGrammarTest, RejectedReferences) {
             EXPECT_FALSE(parse(text).has_value()) << show(text);
         }
     }
+}
+
+TEST(IriGrammarTest, UnpairedSurrogatesMatchNoRule) {
+    for (const std::u16string text :
+         {u"a:\xD800",
+          u"a:b\xDC00"
+          u"c",
+          u"//h\xD800/", u"\xDFFF\xD800", u"a:?\xD83D", u"a:#\xDE00x"}) {
+        EXPECT_EQ(parseAs(text), std::nullopt);
+    }
+    // A pair is one code point of its class: U+1F600 is a ucschar, U+F0000 an iprivate (query
+    // only).
+    EXPECT_EQ(parseAs(std::u16string(u"a:\xD83D\xDE00?\xDB80\xDC00")),
+              (Found{L"a", none, none, none, L"\U0001F600", L"\U000F0000", none}));
+    EXPECT_EQ(parseAs(std::u16string(u"a:\xDB80\xDC00")), std::nullopt);
 }
 
 TEST(IriGrammarTest, Ipv6AlternativesInOrder) {
