@@ -11,6 +11,7 @@
 
 #include "foundation/core/except/Exception.h"
 #include "iri/TemplateIRI.h"
+#include "iri/Utf16.h"
 #include "iri/path/PathResolution.h"
 #include "iri/path/PathSegments.h"
 #include "iri/path/RelativePath.h"
@@ -21,7 +22,12 @@ namespace {
 using core::except::detail::AnonymousInternalException;
 
 bool hasEmptySegment(std::u16string_view path) {
-    return path.find(u"//") != std::u16string_view::npos;
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        if (path[i] == u'/' && path[i - 1] == u'/') {
+            return true;
+        }
+    }
+    return false;
 }
 
 [[noreturn]] void refuse(const char* message) {
@@ -90,20 +96,21 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     const bool bothAuthorities = a.authorityPresent && b.authorityPresent;
     const bool sameAuthority =
         bothAuthorities && a.userInfoPresent == b.userInfoPresent &&
-        (!a.userInfoPresent || a.parts.view(ComponentKind::UserInfo, Form::Iri) ==
-                                   b.parts.view(ComponentKind::UserInfo, Form::Iri)) &&
-        a.parts.view(ComponentKind::Host, Form::Iri) ==
-            b.parts.view(ComponentKind::Host, Form::Iri) &&
+        (!a.userInfoPresent || sameUnits(a.parts.view(ComponentKind::UserInfo, Form::Iri),
+                                         b.parts.view(ComponentKind::UserInfo, Form::Iri))) &&
+        sameUnits(a.parts.view(ComponentKind::Host, Form::Iri),
+                  b.parts.view(ComponentKind::Host, Form::Iri)) &&
         a.portPresent == b.portPresent && (!a.portPresent || a.portText() == b.portText());
-    const bool sameQuery = a.queryPresent == b.queryPresent &&
-                           (!a.queryPresent || a.parts.view(ComponentKind::Query, Form::Iri) ==
-                                                   b.parts.view(ComponentKind::Query, Form::Iri));
+    const bool sameQuery =
+        a.queryPresent == b.queryPresent &&
+        (!a.queryPresent || sameUnits(a.parts.view(ComponentKind::Query, Form::Iri),
+                                      b.parts.view(ComponentKind::Query, Form::Iri)));
     const std::u16string_view path = a.parts.storedPath(Form::Iri);
     const std::u16string_view basePath = b.parts.storedPath(Form::Iri);
 
     // Same resource: only A's fragment remains.
     if (a.schemeText() == b.schemeText() && a.authorityPresent == b.authorityPresent &&
-        (!a.authorityPresent || sameAuthority) && path == basePath && sameQuery) {
+        (!a.authorityPresent || sameAuthority) && sameUnits(path, basePath) && sameQuery) {
         return finish();
     }
 
@@ -130,6 +137,14 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
     // Only the authority keeps a path beginning "//" from being read as one.
     const bool pathLooksLikeAuthority = path.substr(0, 2) == u"//";
+    // Whether either path holds an empty segment, looked for once.
+    auto emptySegments = [&, known = false, answer = false]() mutable {
+        if (!known) {
+            answer = hasEmptySegment(path) || hasEmptySegment(basePath);
+            known = true;
+        }
+        return answer;
+    };
     if (authorityDiffers ||
         (a.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
         t.takeAuthorityFrom(a, taken);
@@ -157,12 +172,12 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
             // path as it is, dot segments and all.
             const bool keepDots = b.authorityPresent && a.absolutePath && a.pathHasDotSegments;
             setPath(std::u16string(keepDots ? path.substr(1) : path));
-        } else if (path == basePath) {
+        } else if (sameUnits(path, basePath)) {
             // Resolution would pick up B's query for an empty path.
             if (b.queryPresent && !a.queryPresent) {
                 setPath(getMinimalRelativePath());
             }
-        } else if (a.absolutePath && (hasEmptySegment(path) || hasEmptySegment(basePath))) {
+        } else if (a.absolutePath && emptySegments()) {
             // Resolution reads a "/" element after an empty segment as a trailing slash, so
             // no relative path crosses one reliably: the absolute path does.
             setPath(std::u16string(path));
@@ -173,8 +188,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
             // Dot removal over a rootless path with empty segments can root or shorten the
             // merged path ("T/..//x/" + "../i" gives "//i"): where that may happen the
             // reference is checked, and A, which has a scheme, stands for itself otherwise.
-            if (a.schemePresent && !a.pathHasDotSegments &&
-                (hasEmptySegment(path) || hasEmptySegment(basePath))) {
+            if (a.schemePresent && !a.pathHasDotSegments && emptySegments()) {
                 TemplateIRI candidate = t;
                 Assembly candidateParts = taken;
                 if (a.queryPresent) {

@@ -33,12 +33,6 @@ namespace {
 
 constexpr char16_t kMarkText[2] = {0, 0};
 
-// Units compared as bytes: the comparison of char16_t traits goes unit by unit.
-bool sameText(std::u16string_view a, std::u16string_view b) {
-    return a.size() == b.size() &&
-           (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0);
-}
-
 }  // namespace
 
 DerivedCache::Entry DerivedCache::mark() noexcept {
@@ -127,7 +121,7 @@ DerivedCache::Block& DerivedCache::block() const {
 std::u16string_view DerivedCache::publish(std::size_t slot, std::u16string_view value,
                                           std::u16string_view source) const {
     auto& entry = block().entries[slot];
-    const Entry fresh = sameText(value, source) ? mark() : pack(value);
+    const Entry fresh = sameUnits(value, source) ? mark() : pack(value);
     Entry expected = nullptr;
     if (!entry.compare_exchange_strong(expected, fresh, std::memory_order_acq_rel,
                                        std::memory_order_acquire)) {

@@ -5,12 +5,20 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
 #include "iri/grammar/Unicode.h"
 
 namespace foundation::network::iri::detail {
+
+/// Whether two texts hold the same units, compared as bytes (the character traits of char16_t
+/// compare unit by unit).
+inline bool sameUnits(std::u16string_view a, std::u16string_view b) {
+    return a.size() == b.size() &&
+           (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0);
+}
 
 inline bool isSurrogate(char16_t unit) {
     return unit >= 0xD800 && unit <= 0xDFFF;

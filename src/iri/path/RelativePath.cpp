@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "iri/Utf16.h"
 #include "iri/path/PathResolution.h"
 #include "iri/path/PathSegments.h"
 
@@ -31,7 +32,7 @@ std::u16string guardColon(std::u16string path) {
 
 std::u16string relativePathUnguarded(std::u16string_view target, bool targetAbsolute,
                                      std::u16string_view base) {
-    if (target == base) {
+    if (sameUnits(target, base)) {
         return {};
     }
     SegmentViews baseSegments;
@@ -54,7 +55,7 @@ std::u16string relativePathUnguarded(std::u16string_view target, bool targetAbso
     const std::size_t n = std::min(baseSegments.size(), targetSegments.size());
     std::size_t shared = 0;
     if (n >= 2) {
-        while (shared < n - 1 && targetSegments[shared] == baseSegments[shared]) {
+        while (shared < n - 1 && sameUnits(targetSegments[shared], baseSegments[shared])) {
             ++shared;
         }
     }
