@@ -58,7 +58,7 @@ void TemplateIRI<String>::buildFromArgs(const ArgsBase<String>& args) {
     if (fragmentPresent) {
         buildFragment(args);
     }
-    empty.store(parts.isEmpty() && !schemePresent && !portPresent);
+    empty.store(parts.isEmpty() && !schemePresent && !portPresent, std::memory_order_relaxed);
     authorityPresent = hostPresent;
     if (args.pathSet) {
         absolutePath = !args.path.empty() && args.path.front() == FORWARD_SLASH;

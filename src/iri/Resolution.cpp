@@ -155,7 +155,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
 template <class String>
 void TemplateIRI<String>::finishFlags(const Assembly& assembly) {
     parts.assign(assembly);
-    empty.store(parts.isEmpty() && !schemePresent && !portPresent);
+    empty.store(parts.isEmpty() && !schemePresent && !portPresent, std::memory_order_relaxed);
     authorityPresent = hostPresent;
     if (schemePresent) {
         absolute = true;

@@ -79,10 +79,12 @@ DerivedCache::DerivedCache(const DerivedCache& other) {
 }
 
 void DerivedCache::reset() noexcept {
-    if (block_.load(std::memory_order_relaxed) == nullptr) {
-        return;  // the common case of a value being built: no atomic exchange
+    // Exclusive access: whoever published the entries happened before this.
+    Block* block = block_.load(std::memory_order_relaxed);
+    if (block == nullptr) {
+        return;
     }
-    Block* block = block_.exchange(nullptr, std::memory_order_acq_rel);
+    block_.store(nullptr, std::memory_order_relaxed);
     for (auto& entry : block->entries) {
         const Entry value = entry.load(std::memory_order_relaxed);
         if (value != mark()) {

@@ -43,7 +43,12 @@ public:
     DerivedCache& operator=(const DerivedCache&) = delete;
     ~DerivedCache() { reset(); }
 
-    void swap(DerivedCache& other) noexcept { block_.store(other.block_.exchange(block_.load())); }
+    /// Exchanges the tables. Needs exclusive access to both.
+    void swap(DerivedCache& other) noexcept {
+        Block* const mine = block_.load(std::memory_order_relaxed);
+        block_.store(other.block_.load(std::memory_order_relaxed), std::memory_order_relaxed);
+        other.block_.store(mine, std::memory_order_relaxed);
+    }
     /// Drops every entry. Needs exclusive access.
     void reset() noexcept;
 

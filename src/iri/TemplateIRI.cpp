@@ -26,6 +26,15 @@ bool isStrict(const Encoding& encoding) {
 // Cache entry of each Encoding.
 constexpr std::size_t kCacheEntry[5] = {0, 1, 3, 2, 4};
 
+// Lifecycle members run with exclusive access to their operands (a value being copied, moved,
+// swapped or cleared is not read meanwhile), so they need no ordering, nor locked instructions.
+template <class T>
+void swapRelaxed(std::atomic<T>& a, std::atomic<T>& b) noexcept {
+    const T value = a.load(std::memory_order_relaxed);
+    a.store(b.load(std::memory_order_relaxed), std::memory_order_relaxed);
+    b.store(value, std::memory_order_relaxed);
+}
+
 }  // namespace
 
 template <class String>
@@ -45,8 +54,8 @@ TemplateIRI<String>::TemplateIRI(const TemplateIRI& other)
     copyFlags(other);
     // Read only once published: another thread may be computing the source's hash now.
     if (other.hashKnown.load()) {
-        hash.store(other.hash.load());
-        hashKnown.store(true);
+        hash.store(other.hash.load(), std::memory_order_relaxed);
+        hashKnown.store(true, std::memory_order_relaxed);
     }
 }
 
@@ -57,9 +66,9 @@ TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept
       textIsCurrent(other.textIsCurrent.load()),
       portNumber(other.portNumber) {
     copyFlags(other);
-    if (other.hashKnown.load()) {
-        hash.store(other.hash.load());
-        hashKnown.store(true);
+    if (other.hashKnown.load(std::memory_order_relaxed)) {
+        hash.store(other.hash.load(std::memory_order_relaxed), std::memory_order_relaxed);
+        hashKnown.store(true, std::memory_order_relaxed);
     }
     // The source stays a consistent (empty) value rather than one with flags but no text.
     other.clearFields();
@@ -133,10 +142,10 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept {
     if (this == &other) {
         return;
     }
-    other.empty.store(empty.exchange(other.empty.load()));
-    other.textIsCurrent.store(textIsCurrent.exchange(other.textIsCurrent.load()));
-    other.hashKnown.store(hashKnown.exchange(other.hashKnown.load()));
-    other.hash.store(hash.exchange(other.hash.load()));
+    swapRelaxed(empty, other.empty);
+    swapRelaxed(textIsCurrent, other.textIsCurrent);
+    swapRelaxed(hashKnown, other.hashKnown);
+    swapRelaxed(hash, other.hash);
     parts.swap(other.parts);
     std::swap(portNumber, other.portNumber);
     TemplateIRI flags;
@@ -152,14 +161,14 @@ void TemplateIRI<String>::clear() noexcept {
 
 template <class String>
 void TemplateIRI<String>::clearFields() noexcept {
-    empty.store(true);
-    textIsCurrent.store(false);
+    empty.store(true, std::memory_order_relaxed);
+    textIsCurrent.store(false, std::memory_order_relaxed);
     parts.reset();
     portNumber = 0;
     static const TemplateIRI blank;
     copyFlags(blank);
-    hashKnown.store(false);
-    hash.store(0);
+    hashKnown.store(false, std::memory_order_relaxed);
+    hash.store(0, std::memory_order_relaxed);
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -14,7 +14,8 @@ bool split(std::u16string_view path, Segments& out) {
     }
     constexpr auto npos = std::u16string_view::npos;
     const std::size_t n = path.size();
-    Segments segments;
+    Segments& segments = out;
+    segments.clear();
     const auto take = [&](std::size_t from, std::size_t to) {
         segments.emplace_back(path.substr(from, to == npos ? npos : to - from));
         return to == npos ? n : to;
@@ -30,7 +31,6 @@ bool split(std::u16string_view path, Segments& out) {
     while (i < n) {
         i = i + 1 < n && path[i + 1] == u'/' ? take(i, i + 1) : take(i, path.find(u'/', i + 1));
     }
-    out = std::move(segments);
     return true;
 }
 
