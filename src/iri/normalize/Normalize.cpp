@@ -9,6 +9,7 @@
 #include "foundation/network/IdnErrors.h"
 #include "foundation/network/Normalization.h"
 #include "foundation/network/Utf8.h"
+#include "iri/IRIAccess.h"
 #include "iri/normalize/Characters.h"
 #include "iri/normalize/ComponentText.h"
 #include "iri/normalize/Escapes.h"
@@ -17,30 +18,47 @@
 namespace foundation::network {
 namespace {
 
+using iri::detail::ComponentKind;
 using iri::detail::ComponentText;
+using iri::detail::Form;
+using iri::detail::IRIAccess;
 using iri::detail::isRegisteredName;
 using iri::detail::lowerOutsideEscapes;
 using iri::detail::normalizeEscapes;
+using iri::detail::StringParts;
 
 std::u16string lower(const std::u16string& text) {
     return lowerOutsideEscapes(text);
 }
 
-// The default port of the schemes whose default is well known; 0 for the others.
-unsigned defaultPort(const std::u16string& scheme) {
-    const std::u16string s = lower(scheme);
-    if (s == u"http" || s == u"ws") {
-        return 80;
+// Whether `text` is `name` (lower case ASCII) in any letter case.
+bool isNamed(std::u16string_view text, std::u16string_view name) {
+    if (text.size() != name.size()) {
+        return false;
     }
-    if (s == u"https" || s == u"wss") {
-        return 443;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i] >= u'A' && text[i] <= u'Z' ? text[i] + (u'a' - u'A') : text[i];
+        if (c != name[i]) {
+            return false;
+        }
     }
-    return s == u"ftp" ? 21 : 0;
+    return true;
 }
 
-bool emptyPathIsRoot(const std::u16string& scheme) {
-    const std::u16string s = lower(scheme);
-    return s == u"http" || s == u"https" || s == u"ws" || s == u"wss";
+// The default port of the schemes whose default is well known; 0 for the others.
+unsigned defaultPort(std::u16string_view scheme) {
+    if (isNamed(scheme, u"http") || isNamed(scheme, u"ws")) {
+        return 80;
+    }
+    if (isNamed(scheme, u"https") || isNamed(scheme, u"wss")) {
+        return 443;
+    }
+    return isNamed(scheme, u"ftp") ? 21 : 0;
+}
+
+bool emptyPathIsRoot(std::u16string_view scheme) {
+    return isNamed(scheme, u"http") || isNamed(scheme, u"https") || isNamed(scheme, u"ws") ||
+           isNamed(scheme, u"wss");
 }
 
 // The Unicode form of an IDN host, or the host unchanged when it is not a valid one.
@@ -76,43 +94,23 @@ bool hasDotSegment(std::u16string_view path) {
     return false;
 }
 
-// Whether the default steps would leave `iri` as it is, judged on its text alone (the
-// components read off its delimiters): most IRIs met in practice are already normal, and a
-// copy is cheaper than building a new value.
+// Whether the default steps would leave `iri` as it is, judged on its stored components
+// (views, nothing copied): most IRIs met in practice are already normal, and a copy is cheaper
+// than building a new value.
 bool alreadyNormal(const IRI& iri, const iri::Normalization& how) {
     if (how.characters || how.host) {
         return false;
     }
-    const std::u16string whole = iri.toString(false);
-    if ((how.letterCase || how.percentEncoding) && whole.find(u'%') != std::u16string::npos) {
+    const auto& value = IRIAccess::impl(iri);
+    const std::u16string_view whole = value.toNativeStringFromParts(iri::Encoding::iri());
+    if ((how.letterCase || how.percentEncoding) && whole.find(u'%') != std::u16string_view::npos) {
         return false;
     }
-    std::u16string_view rest(whole);
-    std::u16string_view scheme;
-    if (iri.hasScheme()) {
-        const std::size_t colon = rest.find(u':');
-        scheme = rest.substr(0, colon);
-        rest.remove_prefix(colon + 1);
-    }
-    std::u16string_view host;
-    std::u16string_view port;
-    if (iri.hasAuthority()) {
-        rest.remove_prefix(2);
-        const std::size_t end = std::min(rest.find_first_of(u"/?#"), rest.size());
-        std::u16string_view authority = rest.substr(0, end);
-        rest.remove_prefix(end);
-        if (iri.hasUserInfo()) {
-            authority.remove_prefix(authority.find(u'@') + 1);
-        }
-        const std::size_t close =
-            !authority.empty() && authority.front() == u'[' ? authority.find(u']') : 0;
-        const std::size_t colon = iri.hasPort() ? authority.rfind(u':') : authority.size();
-        host = authority.substr(0, std::max(colon, close == 0 ? 0 : close + 1));
-        if (iri.hasPort()) {
-            port = authority.substr(colon + 1);
-        }
-    }
-    const std::u16string_view path = rest.substr(0, rest.find_first_of(u"?#"));
+    const std::u16string_view scheme = value.schemeText();
+    const StringParts& parts = value.stringParts();
+    const std::u16string_view host =
+        parts.hasHost() ? parts.view(ComponentKind::Host, Form::Iri) : std::u16string_view();
+    const std::u16string_view path = parts.storedPath(Form::Iri);
     if (how.letterCase &&
         (hasUpper(scheme) || (!host.empty() && host.front() != u'[' && hasUpper(host)))) {
         return false;
@@ -123,12 +121,12 @@ bool alreadyNormal(const IRI& iri, const iri::Normalization& how) {
         return false;
     }
     if (how.schemeBased && iri.hasScheme()) {
-        const std::u16string name(scheme);
-        const unsigned number = defaultPort(name);
-        if (number != 0 && !port.empty() && iri.getPortNumber() == number) {
+        const unsigned number = defaultPort(scheme);
+        if (number != 0 && iri.hasPort() && !value.portText().empty() &&
+            iri.getPortNumber() == number) {
             return false;
         }
-        if (iri.hasAuthority() && path.empty() && emptyPathIsRoot(name)) {
+        if (iri.hasAuthority() && path.empty() && emptyPathIsRoot(scheme)) {
             return false;
         }
     }
