@@ -22,8 +22,8 @@ namespace foundation::network::iri::detail {
 
 struct IRIAccess;
 
-/// An IRI whose grammar and path work run over a string of code points (instantiated for
-/// std::wstring) and whose text is held as UTF-16 (`parts`). Const members may run from several
+/// An IRI whose text is held as UTF-16 (`parts`); `String`, the code-point string of the
+/// building interface, is std::wstring. Const members may run from several
 /// threads at once: derived forms and serialisations are published once through atomic
 /// pointers and the hash under a once-flag. Writing while another thread reads is not
 /// supported.
@@ -43,7 +43,7 @@ public:
 
     /// An empty value.
     TemplateIRI() noexcept;
-    /// Converts UTF-16 `utf16` to code points and parses it. Throws std::out_of_range for an
+    /// Parses UTF-16 `utf16`. Throws std::out_of_range for an
     /// unpaired surrogate, std::logic_error "IRI parsing failed" for text that is not an IRI
     /// reference or has an unusable port.
     explicit TemplateIRI(const std::u16string& utf16);
@@ -105,7 +105,7 @@ public:
     /// The stored components (read-only).
     const StringParts& stringParts() const noexcept { return parts; }
 
-    // Parsing driver.
+    // Parsing (Parsing.cpp).
     void parse(const std::u16string& utf16);
     template <class Found>
     void setPartFlags(const Found& found);

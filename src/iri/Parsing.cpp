@@ -1,0 +1,112 @@
+// Parsing: the grammar's ranges over the text become the value's flags and component ranges.
+#include <stdexcept>
+
+#include "foundation/core/except/Exception.h"
+#include "iri/TemplateIRI.h"
+#include "iri/Utf16.h"
+#include "iri/grammar/IriGrammar.h"
+#include "iri/grammar/Port.h"
+#include "iri/path/PathSegments.h"
+
+namespace foundation::network::iri::detail {
+
+namespace {
+
+[[noreturn]] void throwParsingFailed() {
+    throw core::except::detail::AnonymousInternalException<std::logic_error>("IRI parsing failed");
+}
+
+}  // namespace
+
+template <class String>
+void TemplateIRI<String>::parse(const std::u16string& utf16) {
+    if (utf16.empty()) {
+        parts.setPath(String(), Encoding(1));
+        pathEmpty = true;
+        textIsCurrent.store(true);
+        return;
+    }
+    textIsCurrent.store(true, std::memory_order_relaxed);  // the value is not shared yet
+    empty.store(false, std::memory_order_relaxed);
+    // The grammar reads the UTF-16 text itself, a surrogate pair as one code point; an unpaired
+    // surrogate matches no rule, and its own error is the one reported.
+    Parts<std::u16string> found;
+    if (!irigrammar::parseString<std::u16string>(utf16.cbegin(), utf16.cend(), found)) {
+        (void)widen(utf16);
+        throwParsingFailed();
+    }
+    setPartFlags(found);
+    if (portPresent) {
+        unsigned short number = 0;
+        const std::u16string_view digits(
+            utf16.data() + (found.port.first - utf16.cbegin()),
+            static_cast<std::size_t>(found.port.last - found.port.first));
+        if (!portStringToNumeric(digits, number)) {
+            throwParsingFailed();
+        }
+        portNumber = number;
+    }
+    if (!found.scheme.present) {
+        found.scheme.setEmptyAt(utf16.cbegin());
+    }
+    found.update();
+    parts.adoptText(utf16);
+    setStringParts(found, utf16.cbegin());
+}
+
+template <class String>
+template <class Found>
+void TemplateIRI<String>::setPartFlags(const Found& found) {
+    schemePresent = found.scheme.present;
+    queryPresent = found.query.present;
+    fragmentPresent = found.fragment.present;
+    hostPresent = found.host.present;
+    userInfoPresent = found.userInfo.present;
+    authorityPresent = hostPresent;
+    portPresent = found.port.present;
+    pathEmpty = !found.path.present || found.path.empty();
+    absolutePath = found.path.present && !found.path.empty() && *found.path.first == FORWARD_SLASH;
+    if (schemePresent) {
+        absolute = true;
+        if (!authorityPresent) {
+            opaque = !absolutePath;
+        }
+    }
+}
+
+// The ranges found, as offsets into the text.
+template <class String>
+template <class Found>
+void TemplateIRI<String>::setStringParts(const Found& found, typename Found::Iterator begin) {
+    const auto offset = [&](typename Found::Iterator at) {
+        return static_cast<std::uint32_t>(at - begin);
+    };
+    const auto place = [&](ComponentKind kind, const auto& range) {
+        parts.setRange(kind, offset(range.first), offset(range.last));
+    };
+    place(ComponentKind::Path, found.path);
+    parts.setSchemePresent(schemePresent);
+    if (userInfoPresent) {
+        place(ComponentKind::UserInfo, found.userInfo);
+    }
+    if (hostPresent) {
+        place(ComponentKind::Host, found.host);
+    }
+    if (queryPresent) {
+        place(ComponentKind::Query, found.query);
+    }
+    if (fragmentPresent) {
+        place(ComponentKind::Fragment, found.fragment);
+    }
+    if (schemePresent) {
+        parts.setSchemeRange(offset(found.scheme.first), offset(found.scheme.last));
+    }
+    if (portPresent) {
+        parts.setPortRange(offset(found.port.first), offset(found.port.last));
+    }
+    pathHasDotSegments = containsDotSegments(parts.view(ComponentKind::Path, Form::Iri));
+}
+
+template void TemplateIRI<std::wstring>::parse(const std::u16string&);
+
+}  // namespace foundation::network::iri::detail
