@@ -31,11 +31,20 @@ inline bool hasDotSegment(const std::u16string& path) {
 /// A target that no reference resolves to against this base: resolution removes the dot
 /// segments of a merged path ("/../../etc/passwd"), so a target path holding some is out of
 /// reach once the base has a path. That includes a "." the scan does not see ("a/./"): the
-/// "../" of a reference makes the scan see the path, and then that "." goes too.
+/// "../" of a reference makes the scan see the path, and then that "." goes too. Against a base
+/// with neither a path nor an authority, every reference path is merged or taken with its dot
+/// segments removed, so a target path holding one that the scan sees is out of reach as well
+/// ("s:a:b/./c" against "s:?q").
 inline bool unreachableByResolution(const foundation::network::IRI& target,
                                     const foundation::network::IRI& base) {
     const foundation::network::iri::Encoding asWritten(1);
-    return hasDotSegment(target.getPath(asWritten)) && !base.getPath(asWritten).empty();
+    const std::u16string path = target.getPath(asWritten);
+    if (!hasDotSegment(path)) {
+        return false;
+    }
+    return !base.getPath(asWritten).empty() ||
+           (!base.hasAuthority() &&
+            foundation::network::iri::detail::containsDotSegments(std::u16string_view(path)));
 }
 
 /// The kept case of one ".." too few, recognised by its shape: the result starts with "..", the
