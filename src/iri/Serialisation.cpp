@@ -2,7 +2,7 @@
 #include <stdexcept>
 
 #include "foundation/core/except/Exception.h"
-#include "iri/PercentRepair.h"
+#include "iri/codecs/PercentRepair.h"
 #include "iri/TemplateIRI.h"
 #include "iri/Utf16.h"
 

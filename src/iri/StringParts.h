@@ -13,7 +13,7 @@
 #include <string_view>
 
 #include "foundation/network/Encoding.h"
-#include "iri/grammar/ComponentCodecs.h"
+#include "iri/codecs/ComponentCodecs.h"
 
 namespace foundation::network::iri::detail {
 

@@ -12,7 +12,7 @@
 #include "foundation/network/Normalization.h"
 
 #include "iri/IRIAccess.h"
-#include "iri/grammar/ComponentCodecs.h"
+#include "iri/codecs/ComponentCodecs.h"
 #include "iri/grammar/IriGrammar.h"
 #include "iri/grammar/Unicode.h"
 #include "support/Corpus.h"

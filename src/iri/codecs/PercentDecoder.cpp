@@ -1,4 +1,4 @@
-#include "iri/grammar/PercentDecoder.h"
+#include "iri/codecs/PercentDecoder.h"
 
 #include <boost/fusion/include/at_c.hpp>
 #include <boost/spirit/include/qi.hpp>

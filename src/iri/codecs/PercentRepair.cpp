@@ -1,4 +1,4 @@
-#include "iri/PercentRepair.h"
+#include "iri/codecs/PercentRepair.h"
 
 namespace foundation::network::iri::detail {
 

@@ -1,8 +1,8 @@
-#include "iri/grammar/PercentDecoder.h"
+#include "iri/codecs/PercentDecoder.h"
 
 #include <gtest/gtest.h>
 
-#include "iri/grammar/DoNotDecodeSets.h"
+#include "iri/codecs/DoNotDecodeSets.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "iri/grammar/ComponentCodecs.h"
+#include "iri/codecs/ComponentCodecs.h"
 
 #include <gtest/gtest.h>
 

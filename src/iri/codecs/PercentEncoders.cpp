@@ -1,4 +1,4 @@
-#include "iri/grammar/PercentEncoders.h"
+#include "iri/codecs/PercentEncoders.h"
 
 namespace foundation::network::iri::detail {
 

@@ -1,12 +1,12 @@
-#include "iri/grammar/ComponentCodecs.h"
+#include "iri/codecs/ComponentCodecs.h"
 
 #include <stdexcept>
 
-#include "iri/grammar/DoNotDecodeSets.h"
+#include "iri/codecs/DoNotDecodeSets.h"
 #include "iri/grammar/IriGrammar.h"
 #include "iri/grammar/Parts.h"
-#include "iri/grammar/PercentDecoder.h"
-#include "iri/grammar/PercentEncoders.h"
+#include "iri/codecs/PercentDecoder.h"
+#include "iri/codecs/PercentEncoders.h"
 #include "iri/grammar/Unicode.h"
 
 namespace foundation::network::iri::detail {
