@@ -41,7 +41,11 @@ public:
     /// Copies every entry already published in `other`.
     DerivedCache(const DerivedCache& other);
     DerivedCache& operator=(const DerivedCache&) = delete;
-    ~DerivedCache() { reset(); }
+    ~DerivedCache() {
+        if (block_.load(std::memory_order_relaxed) != nullptr) {  // most values never derive
+            reset();
+        }
+    }
 
     /// Exchanges the tables. Needs exclusive access to both.
     void swap(DerivedCache& other) noexcept {

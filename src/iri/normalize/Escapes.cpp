@@ -1,5 +1,8 @@
 #include "iri/normalize/Escapes.h"
 
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
 #include <cstdint>
 #include <vector>
 
@@ -32,40 +35,24 @@ bool isAsciiUnreserved(std::uint32_t c) {
 }
 
 // The code point of the well-formed UTF-8 sequence at bytes[i], and its length; 0 when the
-// bytes there are not one.
+// bytes there are not one (ICU checks after Unicode's table of well-formed sequences).
 std::size_t decodeUtf8(const std::vector<unsigned char>& bytes, std::size_t i, std::uint32_t& cp) {
-    const unsigned char lead = bytes[i];
-    std::size_t length = 0;
-    std::uint32_t minimum = 0;
-    if (lead >= 0xC2 && lead <= 0xDF) {
-        length = 2, cp = lead & 0x1Fu, minimum = 0x80;
-    } else if (lead >= 0xE0 && lead <= 0xEF) {
-        length = 3, cp = lead & 0x0Fu, minimum = 0x800;
-    } else if (lead >= 0xF0 && lead <= 0xF4) {
-        length = 4, cp = lead & 0x07u, minimum = 0x10000;
-    } else {
+    std::int32_t next = static_cast<std::int32_t>(i);
+    UChar32 c = 0;
+    U8_NEXT(bytes.data(), next, static_cast<std::int32_t>(bytes.size()), c);
+    if (c < 0) {
         return 0;
     }
-    if (i + length > bytes.size()) {
-        return 0;
-    }
-    for (std::size_t k = 1; k < length; ++k) {
-        if ((bytes[i + k] & 0xC0u) != 0x80u) {
-            return 0;
-        }
-        cp = (cp << 6) | (bytes[i + k] & 0x3Fu);
-    }
-    const bool surrogate = cp >= 0xD800 && cp <= 0xDFFF;
-    return cp < minimum || cp > 0x10FFFF || surrogate ? 0 : length;
+    cp = static_cast<std::uint32_t>(c);
+    return static_cast<std::size_t>(next) - i;
 }
 
 void appendCodePoint(std::u16string& out, std::uint32_t cp) {
-    if (cp < 0x10000) {
+    if (U16_LENGTH(cp) == 1) {
         out.push_back(static_cast<char16_t>(cp));
     } else {
-        cp -= 0x10000;
-        out.push_back(static_cast<char16_t>(0xD800 + (cp >> 10)));
-        out.push_back(static_cast<char16_t>(0xDC00 + (cp & 0x3FF)));
+        out.push_back(U16_LEAD(cp));
+        out.push_back(U16_TRAIL(cp));
     }
 }
 
