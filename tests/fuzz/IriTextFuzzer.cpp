@@ -1,6 +1,6 @@
 // Parses fuzz text as an IRI and checks, on success, every reading of it: each getter in each
 // Encoding, each serialisation, the round trips of toString and toAsciiString, and that copying,
-// moving, swapping and clearing keep equality and hash.
+// moving, swapping and clearing keep equality and hash, and normalisation's properties.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -10,7 +10,9 @@
 #include <utility>
 
 #include "foundation/network/IRI.h"
+#include "foundation/network/Normalization.h"
 #include "fuzz/FuzzSupport.h"
+#include "fuzz/IriProperties.h"
 
 namespace {
 
@@ -122,6 +124,23 @@ void checkValueSemantics(const IRI& iri) {
     FNFUZZ_CHECK(iri.isEmpty() == (iri == IRI()));
 }
 
+// Normalising, with the default steps and with every step, never fails, gives a value whose
+// texts read back, and a second normalisation changes nothing.
+void checkNormalization(const IRI& iri) {
+    foundation::network::iri::Normalization every;
+    every.characters = true;
+    every.host = true;
+    for (const auto& how : {foundation::network::iri::Normalization{}, every}) {
+        try {
+            const IRI normal = iri.normalize(how);
+            fnfuzz::checkTextReadsBack(normal);
+            FNFUZZ_CHECK(normal.normalize(how).toString(false) == normal.toString(false));
+        } catch (const std::exception& e) {
+            fnfuzz::unexpected(e, "normalize");
+        }
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -141,6 +160,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     readEverything(iri);
     checkAsciiRoundTrip(iri);
     checkValueSemantics(iri);
+    checkNormalization(iri);
     FNFUZZ_CHECK(iri.toString(false) == text);
     return 0;
 }

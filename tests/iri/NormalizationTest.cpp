@@ -46,6 +46,10 @@ const Row kRows[] = {
     {"http://xn--bcher-kva.example/", "http://bücher.example/", with(false, true)},
     {"http://B%C3%BCcher.Example/", "http://bücher.example/", {}},
     {"http://xn--a.example/", "http://xn--a.example/", with(false, true)},
+    // An escape whose character would make a new escape with a stray "%" stays.
+    {"s:?%%333%4%31%%41x", "s:?%%333%4%31%%41x", {}},
+    // A Unicode form that could not stand as a host ("\uFE38" maps to "}") is not taken.
+    {"ts://\u00C3\uFE38", "ts://\u00C3\uFE38", with(false, true)},
     // Escapes: hex case, delimiters and invalid UTF-8 kept, overlong and surrogate forms kept.
     {"s:%2f%3a%25%41%2D", "s:%2F%3A%25A-", {}},
     {"s:%c3%28%C3", "s:%C3%28%C3", {}},

@@ -56,6 +56,18 @@ void appendCodePoint(std::u16string& out, std::uint32_t cp) {
     }
 }
 
+// Whether writing `c` after `out` could make a new escape with a stray "%" ("%%333" would
+// become "%33", and that "3" on a second pass): the escape is then kept, so that normalising
+// twice changes nothing.
+bool wouldFormEscape(const std::u16string& out, std::uint32_t c) {
+    if (c >= 0x80 || hexValue(static_cast<char16_t>(c)) < 0) {
+        return false;
+    }
+    const std::size_t n = out.size();
+    return (n >= 1 && out[n - 1] == u'%') ||
+           (n >= 2 && out[n - 2] == u'%' && hexValue(out[n - 1]) >= 0);
+}
+
 void appendEscape(std::u16string& out, const std::u16string& text, std::size_t at, bool upperHex) {
     static constexpr char16_t kHex[] = u"0123456789ABCDEF";
     out.push_back(u'%');
@@ -98,7 +110,7 @@ std::u16string normalizeEscapes(const std::u16string& text, bool upperHex, bool 
             std::size_t length = 1;
             bool plain = false;
             if (cp < 0x80) {
-                plain = decode && isAsciiUnreserved(cp);
+                plain = decode && isAsciiUnreserved(cp) && !wouldFormEscape(out, cp);
             } else if (decode) {
                 length = decodeUtf8(bytes, b, cp);
                 plain = length != 0 && irigrammar::chars::isUcschar(cp);

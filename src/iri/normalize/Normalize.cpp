@@ -1,6 +1,9 @@
 // IRI::normalize: each component's text rewritten step by step, the result parsed again so
 // that it is an IRI like any other and reads back to itself.
+#include <unicode/utf16.h>
+
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -10,6 +13,7 @@
 #include "foundation/network/Normalization.h"
 #include "foundation/network/Utf8.h"
 #include "iri/IRIAccess.h"
+#include "iri/grammar/CharacterRules.h"
 #include "iri/normalize/Characters.h"
 #include "iri/normalize/ComponentText.h"
 #include "iri/normalize/Escapes.h"
@@ -61,7 +65,25 @@ bool emptyPathIsRoot(std::u16string_view scheme) {
            isNamed(scheme, u"wss");
 }
 
-// The Unicode form of an IDN host, or the host unchanged when it is not a valid one.
+// Whether every character of `host` may stand in a registered name (iunreserved or a
+// sub-delimiter); escapes are not expected here.
+bool holdsRegisteredNameCharacters(std::u16string_view host) {
+    namespace chars = iri::detail::irigrammar::chars;
+    for (std::size_t i = 0; i < host.size(); ++i) {
+        std::uint32_t c = host[i];
+        if (U16_IS_LEAD(c) && i + 1 < host.size() && U16_IS_TRAIL(host[i + 1])) {
+            c = U16_GET_SUPPLEMENTARY(c, host[++i]);
+        }
+        if (!chars::isIunreserved(c) && !chars::subDelimTest(c)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The Unicode form of an IDN host, or the host unchanged when it is not a valid one or when
+// its Unicode form could not stand as a host (compatibility mappings give delimiters: "\uFE38"
+// becomes "}").
 std::u16string unicodeHost(const std::u16string& host) {
     if (!isRegisteredName(host) || host.find(u'%') != std::u16string::npos) {
         return host;
@@ -69,7 +91,8 @@ std::u16string unicodeHost(const std::u16string& host) {
     static const IdnConverter converter;
     IdnErrors errors;
     std::u16string unicode = converter.toUnicode(utf16ToUtf8(host), errors);
-    return errors.empty() && !unicode.empty() ? unicode : host;
+    return errors.empty() && !unicode.empty() && holdsRegisteredNameCharacters(unicode) ? unicode
+                                                                                        : host;
 }
 
 bool hasUpper(std::u16string_view text) {
