@@ -2,9 +2,9 @@
 #include <stdexcept>
 
 #include "foundation/core/except/Exception.h"
-#include "iri/codecs/PercentRepair.h"
 #include "iri/TemplateIRI.h"
 #include "iri/Utf16.h"
+#include "iri/codecs/PercentRepair.h"
 
 namespace foundation::network::iri::detail {
 

@@ -3,10 +3,10 @@
 #include <stdexcept>
 
 #include "iri/codecs/DoNotDecodeSets.h"
-#include "iri/grammar/IriGrammar.h"
-#include "iri/grammar/Parts.h"
 #include "iri/codecs/PercentDecoder.h"
 #include "iri/codecs/PercentEncoders.h"
+#include "iri/grammar/IriGrammar.h"
+#include "iri/grammar/Parts.h"
 #include "iri/grammar/Unicode.h"
 
 namespace foundation::network::iri::detail {
