@@ -118,7 +118,7 @@ void TemplateIRI<String>::buildPath(const ArgsBase<String>& args) {
         parts.setPath(String(), kPlainForm);
         pathEmpty = true;
     }
-    pathHasDotSegments = args.pathSet && !args.path.empty() && containsDotSegments(args.path);
+    setPathHasDotSegments(args.pathSet && !args.path.empty() && containsDotSegments(args.path));
 }
 
 template <class String>

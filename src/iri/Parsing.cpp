@@ -104,7 +104,9 @@ void TemplateIRI<String>::setStringParts(const Found& found, typename Found::Ite
     if (portPresent) {
         parts.setPortRange(offset(found.port.first), offset(found.port.last));
     }
-    pathHasDotSegments = containsDotSegments(parts.view(ComponentKind::Path, Form::Iri));
+    // Looked for on first use: most parsed values are never resolved or made relative.
+    dotSegments.store(pathEmpty ? DotSegments::No : DotSegments::Unknown,
+                      std::memory_order_relaxed);
 }
 
 template void TemplateIRI<std::wstring>::parse(const std::u16string&);

@@ -82,7 +82,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         keepPathReadable(path, t.schemePresent, t.hostPresent);
         t.pathEmpty = path.empty();
         t.absolutePath = !path.empty() && path.front() == FORWARD_SLASH;
-        t.pathHasDotSegments = containsDotSegments(path);
+        t.setPathHasDotSegments(containsDotSegments(path));
         taken.path = std::move(path);
     };
     const auto finish = [&] {
@@ -149,7 +149,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         (a.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
         t.takeAuthorityFrom(a, taken);
         setPath(std::u16string(path));
-        t.pathHasDotSegments = a.pathHasDotSegments;
+        t.setPathHasDotSegments(a.pathHasDotSegments());
         t.takeQueryFrom(a, taken);
         return finish();
     }
@@ -170,7 +170,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         if (b.pathEmpty) {
             // Against an empty path with an authority, resolution writes "/" and the reference
             // path as it is, dot segments and all.
-            const bool keepDots = b.authorityPresent && a.absolutePath && a.pathHasDotSegments;
+            const bool keepDots = b.authorityPresent && a.absolutePath && a.pathHasDotSegments();
             setPath(std::u16string(keepDots ? path.substr(1) : path));
         } else if (sameUnits(path, basePath)) {
             // Resolution would pick up B's query for an empty path.
@@ -188,7 +188,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
             // Dot removal over a rootless path with empty segments can root or shorten the
             // merged path ("T/..//x/" + "../i" gives "//i"): where that may happen the
             // reference is checked, and A, which has a scheme, stands for itself otherwise.
-            if (a.schemePresent && !a.pathHasDotSegments && emptySegments()) {
+            if (a.schemePresent && !a.pathHasDotSegments() && emptySegments()) {
                 TemplateIRI candidate = t;
                 Assembly candidateParts = taken;
                 if (a.queryPresent) {

@@ -23,7 +23,7 @@ bool startsWithSlash(std::u16string_view s) {
 template <class String>
 std::u16string TemplateIRI<String>::resolvePathComponents(SegmentList& segments,
                                                           bool absolute) const {
-    resolvePath(parts.storedPath(Form::Iri), segments, absolute, pathHasDotSegments);
+    resolvePath(parts.storedPath(Form::Iri), segments, absolute, pathHasDotSegments());
     return joinSegments(segments);
 }
 
@@ -47,7 +47,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
         taken.path = b.parts.storedPath(Form::Iri);
         t.pathEmpty = b.pathEmpty;
         t.absolutePath = b.absolutePath;
-        t.pathHasDotSegments = b.pathHasDotSegments;
+        t.setPathHasDotSegments(b.pathHasDotSegments());
         t.finishFlags(taken);
         return t;
     }
@@ -62,7 +62,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
         if (r.pathEmpty) {
             return std::u16string();
         }
-        if (!r.pathHasDotSegments) {
+        if (!r.pathHasDotSegments()) {
             return std::u16string(r.parts.storedPath(Form::Iri));
         }
         SegmentList segments;
@@ -89,8 +89,8 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
                 t.takeQueryFrom(r.queryPresent ? r : b, taken);
             } else if (r.absolutePath) {
                 SegmentList segments;
-                path = r.pathHasDotSegments ? r.resolvePathComponents(segments, absolute)
-                                            : referenceText;
+                path = r.pathHasDotSegments() ? r.resolvePathComponents(segments, absolute)
+                                              : referenceText;
                 t.takeQueryFrom(r, taken);
             } else if (b.authorityPresent && b.pathEmpty) {
                 // Kept deliberately: no dot-segment removal here, unlike RFC 3986.
@@ -98,7 +98,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
                 path += u'/';
                 path += referenceText;
                 t.takeQueryFrom(r, taken);
-            } else if (!b.pathHasDotSegments && !r.pathHasDotSegments) {
+            } else if (!b.pathHasDotSegments() && !r.pathHasDotSegments()) {
                 // The RFC 3986 merge.
                 const auto slash = basePath.rfind(u'/');
                 if (slash != std::u16string_view::npos) {
@@ -109,7 +109,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
                 t.takeQueryFrom(r, taken);
             } else {
                 SegmentList segments;
-                if (b.pathHasDotSegments) {
+                if (b.pathHasDotSegments()) {
                     splitPathIntoSegments(removeRelativePathSegments(basePath, b.absolutePath),
                                           segments);
                 } else {
@@ -141,7 +141,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     t.takeFragmentFrom(r, taken);
     // Never set by resolution: a result is taken as free of dot segments when it serves as a
     // base later.
-    t.pathHasDotSegments = false;
+    t.setPathHasDotSegments(false);
     keepPathReadable(path, t.schemePresent, t.hostPresent);
     t.pathEmpty = path.empty();
     t.absolutePath = startsWithSlash(path);

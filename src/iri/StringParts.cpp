@@ -78,12 +78,9 @@ DerivedCache::DerivedCache(const DerivedCache& other) {
     }
 }
 
-void DerivedCache::reset() noexcept {
+void DerivedCache::release() noexcept {
     // Exclusive access: whoever published the entries happened before this.
     Block* block = block_.load(std::memory_order_relaxed);
-    if (block == nullptr) {
-        return;
-    }
     block_.store(nullptr, std::memory_order_relaxed);
     for (auto& entry : block->entries) {
         const Entry value = entry.load(std::memory_order_relaxed);

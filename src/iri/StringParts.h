@@ -41,11 +41,7 @@ public:
     /// Copies every entry already published in `other`.
     DerivedCache(const DerivedCache& other);
     DerivedCache& operator=(const DerivedCache&) = delete;
-    ~DerivedCache() {
-        if (block_.load(std::memory_order_relaxed) != nullptr) {  // most values never derive
-            reset();
-        }
-    }
+    ~DerivedCache() { reset(); }
 
     /// Exchanges the tables. Needs exclusive access to both.
     void swap(DerivedCache& other) noexcept {
@@ -54,7 +50,11 @@ public:
         other.block_.store(mine, std::memory_order_relaxed);
     }
     /// Drops every entry. Needs exclusive access.
-    void reset() noexcept;
+    void reset() noexcept {
+        if (block_.load(std::memory_order_relaxed) != nullptr) {  // most values never derive
+            release();
+        }
+    }
 
     /// The entry's text in `out` (`source` for the mark); false while none was published.
     bool find(std::size_t slot, std::u16string_view source,
@@ -69,6 +69,7 @@ private:
     struct Block {
         std::array<std::atomic<Entry>, kSlots> entries{};
     };
+    void release() noexcept;
     static Entry mark() noexcept;
     static Entry pack(std::u16string_view text);
     static std::u16string_view unpack(Entry entry) noexcept;

@@ -111,7 +111,7 @@ void TemplateIRI<String>::copyFlags(const TemplateIRI& other) noexcept {
     portPresent = other.portPresent;
     hostPresent = other.hostPresent;
     userInfoPresent = other.userInfoPresent;
-    pathHasDotSegments = other.pathHasDotSegments;
+    dotSegments.store(other.dotSegments.load(std::memory_order_relaxed), std::memory_order_relaxed);
     pathEmpty = other.pathEmpty;
     queryOption = other.queryOption;
 }

@@ -130,6 +130,22 @@ public:
     std::u16string getRelativePath(const TemplateIRI& base) const;
     std::u16string getMinimalRelativePath() const;
 
+    /// Whether the path holds a dot segment (as containsDotSegments sees them) for resolution and
+    /// relativisation; a resolution's result never does.
+    bool pathHasDotSegments() const noexcept {
+        DotSegments known = dotSegments.load(std::memory_order_relaxed);
+        if (known == DotSegments::Unknown) {
+            // Any thread may find it; all find the same.
+            known = containsDotSegments(parts.storedPath(Form::Iri)) ? DotSegments::Yes
+                                                                     : DotSegments::No;
+            dotSegments.store(known, std::memory_order_relaxed);
+        }
+        return known == DotSegments::Yes;
+    }
+    void setPathHasDotSegments(bool value) noexcept {
+        dotSegments.store(value ? DotSegments::Yes : DotSegments::No, std::memory_order_relaxed);
+    }
+
 private:
     friend struct IRIAccess;
 
@@ -178,9 +194,12 @@ private:
     bool portPresent : 1 = false;
     bool hostPresent : 1 = false;
     bool userInfoPresent : 1 = false;
-    bool pathHasDotSegments : 1 = false;
     bool pathEmpty : 1 = true;
     bool queryOption : 1 = false;
+    // Whether the path holds a dot segment that containsDotSegments sees: found on first use
+    // for a parsed value, set when a value is made (and never for a resolution's result).
+    enum class DotSegments : std::uint8_t { Unknown, No, Yes };
+    mutable std::atomic<DotSegments> dotSegments{DotSegments::No};
     mutable std::atomic<bool> hashKnown{false};
     mutable std::once_flag hashOnce;
     mutable std::atomic<std::uint64_t> hash{0};

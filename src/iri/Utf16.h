@@ -20,6 +20,30 @@ inline bool sameUnits(std::u16string_view a, std::u16string_view b) {
            (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0);
 }
 
+/// The index of the first `unit` in `text` at or after `from`, or npos. Four units are tested
+/// per step (the character traits of char16_t look at one at a time).
+inline std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t from = 0) {
+    constexpr std::uint64_t kOnes = 0x0001000100010001ull;
+    constexpr std::uint64_t kHighs = 0x8000800080008000ull;
+    const std::uint64_t pattern = kOnes * unit;
+    const std::size_t n = text.size();
+    std::size_t i = from;
+    for (; i + 4 <= n; i += 4) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text.data() + i, sizeof word);
+        const std::uint64_t x = word ^ pattern;  // a zero unit where `unit` stands
+        if (((x - kOnes) & ~x & kHighs) != 0) {
+            break;
+        }
+    }
+    for (; i < n; ++i) {
+        if (text[i] == unit) {
+            return i;
+        }
+    }
+    return std::u16string_view::npos;
+}
+
 inline bool isSurrogate(char16_t unit) {
     return unit >= 0xD800 && unit <= 0xDFFF;
 }

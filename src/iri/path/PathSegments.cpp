@@ -1,5 +1,7 @@
 #include "iri/path/PathSegments.h"
 
+#include "iri/Utf16.h"
+
 namespace foundation::network::iri::detail {
 
 // The first element is "//" and a segment, "/" and a segment, a lone "/" (the root, or an empty
@@ -46,6 +48,14 @@ bool splitPathIntoSegments(std::u16string_view path, SegmentViews& out) {
 
 namespace {
 
+std::size_t nextDot(std::u16string_view path, std::size_t from) {
+    return findUnit(path, u'.', from);
+}
+
+std::size_t nextDot(std::wstring_view path, std::size_t from) {
+    return path.find(L'.', from);
+}
+
 template <class Char>
 bool holdsDotSegments(std::basic_string_view<Char> path) {
     const std::size_t length = path.size();
@@ -60,7 +70,7 @@ bool holdsDotSegments(std::basic_string_view<Char> path) {
     if (length == 1) {
         return at(0, Char('.'));
     }
-    for (std::size_t p = path.find(Char('.')); p != path.npos; p = path.find(Char('.'), p + 1)) {
+    for (std::size_t p = nextDot(path, 0); p != path.npos; p = nextDot(path, p + 1)) {
         if (p == 0) {
             if ((at(1, Char('.')) && at(2, Char('/'))) || at(1, Char('/'))) {
                 return true;
