@@ -1,6 +1,6 @@
 /// @file
 /// @brief The tool's text at its edges: arguments and lines are UTF-8, the library speaks UTF-16.
-/// Every conversion goes through the library's UTF-8 door (foundation/network/Utf8.h).
+/// Conversions go through the library's text module and its UTF-8 door.
 #pragma once
 
 #include <optional>

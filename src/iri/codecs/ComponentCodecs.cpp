@@ -8,6 +8,7 @@
 #include "iri/grammar/IriGrammar.h"
 #include "iri/grammar/Parts.h"
 #include "iri/grammar/Unicode.h"
+#include "text/Text.h"
 
 namespace foundation::network::iri::detail {
 
@@ -51,7 +52,7 @@ std::wstring decodeKeepingInvalidEscaped(const std::string& bytes) {
             ++i;
             continue;
         }
-        std::size_t length = announcedUtf8Length(byte);
+        std::size_t length = text::announcedUtf8Length(byte);
         if (length == 0 || i + length > bytes.size()) {
             length = 1;
         }

@@ -1,45 +1,23 @@
 #include "iri/codecs/PercentEncoders.h"
 
+#include "text/Text.h"
+
 namespace foundation::network::iri::detail {
 
 namespace {
 
-constexpr wchar_t kHexDigits[] = L"0123456789ABCDEF";
-
 constexpr AsciiSet kUnsafeAscii =
     AsciiSet(L"\"<>\\^`{|}").addRange(0x00, 0x1F).addRange(0x7F, 0x7F);
-
-// Bytes of `codePoint` in the UTF-8 bit layout, extended beyond U+10FFFF (up to six bytes).
-int utf8Bytes(std::uint32_t codePoint, unsigned char (&bytes)[6]) {
-    if (codePoint < 0x80u) {
-        bytes[0] = static_cast<unsigned char>(codePoint);
-        return 1;
-    }
-    int length = codePoint < 0x800u       ? 2
-                 : codePoint < 0x10000u   ? 3
-                 : codePoint < 0x200000u  ? 4
-                 : codePoint < 0x4000000u ? 5
-                                          : 6;
-    static constexpr unsigned char kLead[7] = {0, 0, 0xC0, 0xE0, 0xF0, 0xF8, 0xFC};
-    for (int i = length - 1; i > 0; --i) {
-        bytes[i] = static_cast<unsigned char>(0x80u | (codePoint & 0x3Fu));
-        codePoint >>= 6;
-    }
-    bytes[0] = static_cast<unsigned char>(kLead[length] | codePoint);
-    return length;
-}
 
 }  // namespace
 
 void appendEscapedByte(std::wstring& out, unsigned byte) {
-    out.push_back(L'%');
-    out.push_back(kHexDigits[(byte >> 4) & 0x0Fu]);
-    out.push_back(kHexDigits[byte & 0x0Fu]);
+    text::appendPercentEscape(out, byte);
 }
 
 void appendEscapedUtf8(std::wstring& out, std::uint32_t codePoint) {
     unsigned char bytes[6];
-    const int length = utf8Bytes(codePoint, bytes);
+    const int length = text::utf8BytesExtended(codePoint, bytes);
     for (int i = 0; i < length; ++i) {
         appendEscapedByte(out, bytes[i]);
     }

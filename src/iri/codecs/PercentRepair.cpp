@@ -1,12 +1,16 @@
 #include "iri/codecs/PercentRepair.h"
 
+#include <cstdint>
+
+#include "text/Text.h"
+
 namespace foundation::network::iri::detail {
 
 namespace {
 
 template <class Char>
 bool isHexDigit(Char c) {
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
+    return text::hexValue(static_cast<std::uint32_t>(c)) >= 0;
 }
 
 // Runs without anything to repair are copied whole.

@@ -2,10 +2,10 @@
 /// @brief Conversions between UTF-16, UTF-8 and code points (one per wchar_t), and the UTF-8
 /// check-and-repair used by the percent decoders.
 ///
-/// The conversions run on Boost's UTF iterators; their failures reach the caller unchanged as
-/// `std::out_of_range` with Boost's texts ("Misplaced UTF-16 surrogate U+...", "Invalid UTF-32
-/// code point U+...", "Invalid UTF-8 sequence encountered while trying to encode UTF-32
-/// character").
+/// The conversions run in the text module (text/Text.h); their failures reach the caller as
+/// `std::out_of_range` with the texts of Boost's UTF iterators ("Misplaced UTF-16 surrogate U+...",
+/// "Invalid UTF-32 code point U+...", "Invalid UTF-8 sequence encountered while trying to encode
+/// UTF-32 character").
 #pragma once
 
 #include <cstddef>
@@ -36,10 +36,6 @@ std::wstring utf8OctetsToCodePoints(const std::wstring& octets);
 /// elements are all below 256.
 std::string toAsciiStringAssumingAsciiCodePoints(const std::wstring& text);
 std::string toAsciiStringAssumingAsciiCodePoints(const std::u16string& text);
-
-/// Length of the UTF-8 sequence a lead byte announces by its leading one bits (2 to 6, the
-/// historical five- and six-byte forms included), or 0 for a byte that cannot lead one.
-std::size_t announcedUtf8Length(unsigned char leadByte);
 
 /// Result of validateUTF8String.
 struct Utf8Check {

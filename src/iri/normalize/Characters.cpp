@@ -6,15 +6,16 @@
 #include <unicode/normalizer2.h>
 #include <unicode/unistr.h>
 
-#include <algorithm>
 #include <stdexcept>
+
+#include "text/Text.h"
 
 namespace foundation::network::iri::detail {
 
 using foundation::core::except::detail::AnonymousInternalException;
 
 std::u16string toNfc(const std::u16string& text) {
-    if (std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x80; })) {
+    if (text::isAscii(text)) {
         return text;
     }
     icu::ErrorCode status;

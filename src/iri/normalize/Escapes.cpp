@@ -7,22 +7,12 @@
 #include <vector>
 
 #include "iri/grammar/CharacterRules.h"
+#include "text/Text.h"
 
 namespace foundation::network::iri::detail {
 namespace {
 
-int hexValue(char16_t c) {
-    if (c >= u'0' && c <= u'9') {
-        return c - u'0';
-    }
-    if (c >= u'a' && c <= u'f') {
-        return c - u'a' + 10;
-    }
-    if (c >= u'A' && c <= u'F') {
-        return c - u'A' + 10;
-    }
-    return -1;
-}
+using text::hexValue;
 
 bool isEscapeAt(const std::u16string& text, std::size_t i) {
     return text[i] == u'%' && i + 2 < text.size() && hexValue(text[i + 1]) >= 0 &&
@@ -69,12 +59,11 @@ bool wouldFormEscape(const std::u16string& out, std::uint32_t c) {
 }
 
 void appendEscape(std::u16string& out, const std::u16string& text, std::size_t at, bool upperHex) {
-    static constexpr char16_t kHex[] = u"0123456789ABCDEF";
-    out.push_back(u'%');
     if (upperHex) {
-        out.push_back(kHex[hexValue(text[at + 1])]);
-        out.push_back(kHex[hexValue(text[at + 2])]);
+        text::appendPercentEscape(
+            out, static_cast<unsigned>(hexValue(text[at + 1]) * 16 + hexValue(text[at + 2])));
     } else {
+        out.push_back(u'%');
         out.append(text, at + 1, 2);
     }
 }
