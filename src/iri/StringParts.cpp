@@ -141,22 +141,6 @@ StringParts::StringParts(StringParts&& other) noexcept
     other.reset();
 }
 
-StringParts& StringParts::operator=(const StringParts& other) {
-    if (this != &other) {
-        StringParts copy(other);
-        swap(copy);
-    }
-    return *this;
-}
-
-StringParts& StringParts::operator=(StringParts&& other) noexcept {
-    if (this != &other) {
-        StringParts moved(std::move(other));
-        swap(moved);
-    }
-    return *this;
-}
-
 void StringParts::swap(StringParts& other) noexcept {
     buffer_.swap(other.buffer_);
     std::swap(ranges_, other.ranges_);
@@ -474,63 +458,6 @@ void StringParts::assign(const Assembly& assembly) {
     buffer_ = std::move(text);
     ranges_ = ranges;
     bits_ = bits;
-}
-
-bool StringParts::writeAsText(bool schemePresent, bool portPresent) {
-    if (isText()) {
-        return true;
-    }
-    for (unsigned k = 0; k < 5; ++k) {
-        const auto kind = static_cast<ComponentKind>(k);
-        if (has(kind) && given(kind) != Form::Iri) {
-            return false;
-        }
-    }
-    const bool authority = hasHost();
-    std::size_t length = 0;
-    for (const Range& r : ranges_) {
-        length += r.end - r.begin;
-    }
-    std::u16string text;
-    text.reserve(length + 8);
-    std::array<Range, 7> ranges{};
-    const auto put = [&](std::size_t index) {
-        const auto begin = static_cast<std::uint32_t>(text.size());
-        text += range(index);
-        ranges[index] = {begin, static_cast<std::uint32_t>(text.size())};
-    };
-    constexpr auto kUserInfo = static_cast<std::size_t>(ComponentKind::UserInfo);
-    constexpr auto kHost = static_cast<std::size_t>(ComponentKind::Host);
-    if (schemePresent) {
-        put(kSchemeRange);
-        text += u':';
-    }
-    if (authority) {
-        text += u"//";
-        if (hasUserInfo()) {
-            put(kUserInfo);
-            text += u'@';
-        }
-        put(kHost);
-        if (portPresent) {
-            text += u':';
-            put(kPortRange);
-        }
-    }
-    put(static_cast<std::size_t>(ComponentKind::Path));
-    if (hasQuery()) {
-        text += u'?';
-        put(static_cast<std::size_t>(ComponentKind::Query));
-    }
-    if (hasFragment()) {
-        text += u'#';
-        put(static_cast<std::size_t>(ComponentKind::Fragment));
-    }
-    derived_.reset();
-    buffer_.swap(text);
-    ranges_ = ranges;
-    bits_ |= kTextBit;
-    return true;
 }
 
 void StringParts::setRange(ComponentKind kind, std::uint32_t begin, std::uint32_t end) {

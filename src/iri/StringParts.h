@@ -86,8 +86,9 @@ public:
     StringParts() noexcept = default;
     StringParts(const StringParts& other) = default;
     StringParts(StringParts&& other) noexcept;
-    StringParts& operator=(const StringParts& other);
-    StringParts& operator=(StringParts&& other) noexcept;
+    // The value assigns by copy (or move) and swap, so the parts never assign.
+    StringParts& operator=(const StringParts& other) = delete;
+    StringParts& operator=(StringParts&& other) = delete;
     ~StringParts() = default;
     void swap(StringParts& other) noexcept;
 
@@ -152,7 +153,7 @@ public:
     /// Takes `text` as the buffer: the text an IRI was parsed from. The ranges below index it.
     void adoptText(const std::u16string& text);
     /// The whole buffer: the parsed text while only adoptText and the range setters ran, or
-    /// what writeAsText wrote.
+    /// what assign() wrote.
     std::u16string_view text() const noexcept { return buffer_; }
     /// The components of a value made by resolution or relativisation, each in its IRI form,
     /// viewed in the operands until assign() writes them; absent ones are empty optionals.
@@ -170,12 +171,8 @@ public:
     /// IRI-form text (one allocation) with the ranges into it.
     void assign(const Assembly& assembly);
 
-    /// Rewrites the buffer as the IRI-form text of the whole value (scheme ":", "//" and the
-    /// authority when a host is present, path, "?" query, "#" fragment), when every component
-    /// is held in its IRI form; the ranges then index that text. Returns whether it did.
-    bool writeAsText(bool schemePresent, bool portPresent);
-    /// Whether the buffer is the IRI-form text of the whole value (writeAsText ran since the
-    /// last write).
+    /// Whether the buffer is the IRI-form text of the whole value (assign() wrote it and no
+    /// setter ran since).
     bool isText() const noexcept { return (bits_ & kTextBit) != 0; }
     /// Marks [begin, end) of the adopted text as a component in its IRI form.
     void setRange(ComponentKind kind, std::uint32_t begin, std::uint32_t end);
