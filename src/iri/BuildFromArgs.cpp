@@ -27,46 +27,47 @@ constexpr Encoding kPlainForm(0);
 }  // namespace
 
 template <class String>
-TemplateIRI<String>::TemplateIRI(const ArgsBase<String>& args)
-    : schemePresent(args.schemeSet),
-      queryPresent(args.querySet),
-      fragmentPresent(args.fragmentSet),
-      portPresent(args.portSet),
-      hostPresent(args.hostSet),
-      userInfoPresent(args.userInfoSet) {
+TemplateIRI<String>::TemplateIRI(const ArgsBase<String>& args) {
+    flags.schemePresent = args.schemeSet;
+    flags.queryPresent = args.querySet;
+    flags.fragmentPresent = args.fragmentSet;
+    flags.portPresent = args.portSet;
+    flags.hostPresent = args.hostSet;
+    flags.userInfoPresent = args.userInfoSet;
     buildFromArgs(args);
 }
 
 template <class String>
 void TemplateIRI<String>::buildFromArgs(const ArgsBase<String>& args) {
-    if (schemePresent) {
+    if (flags.schemePresent) {
         buildScheme(args);
     }
-    if (userInfoPresent) {
+    if (flags.userInfoPresent) {
         buildUserInfo(args);
     }
-    if (hostPresent) {
+    if (flags.hostPresent) {
         buildHost(args);
     }
-    if (portPresent) {
+    if (flags.portPresent) {
         buildPort(args);
     }
     buildPath(args);
-    if (queryPresent) {
+    if (flags.queryPresent) {
         buildQuery(args);
     }
-    if (fragmentPresent) {
+    if (flags.fragmentPresent) {
         buildFragment(args);
     }
-    empty.store(parts.isEmpty() && !schemePresent && !portPresent, std::memory_order_relaxed);
-    authorityPresent = hostPresent;
+    empty.store(parts.isEmpty() && !flags.schemePresent && !flags.portPresent,
+                std::memory_order_relaxed);
+    flags.authorityPresent = flags.hostPresent;
     if (args.pathSet) {
-        absolutePath = !args.path.empty() && args.path.front() == FORWARD_SLASH;
+        flags.absolutePath = !args.path.empty() && args.path.front() == FORWARD_SLASH;
     }
-    if (schemePresent) {
-        absolute = true;
-        if (!authorityPresent) {
-            opaque = !absolutePath;
+    if (flags.schemePresent) {
+        flags.absolute = true;
+        if (!flags.authorityPresent) {
+            flags.opaque = !flags.absolutePath;
         }
     }
 }
@@ -82,7 +83,7 @@ void TemplateIRI<String>::buildScheme(const ArgsBase<String>& args) {
 
 template <class String>
 void TemplateIRI<String>::buildUserInfo(const ArgsBase<String>& args) {
-    if (!hostPresent) {
+    if (!flags.hostPresent) {
         refuse("User Info requires a host");
     }
     parts.setUserInfo(args.userInfo, kPlainForm);
@@ -95,7 +96,7 @@ void TemplateIRI<String>::buildHost(const ArgsBase<String>& args) {
 
 template <class String>
 void TemplateIRI<String>::buildPort(const ArgsBase<String>& args) {
-    if (!hostPresent) {
+    if (!flags.hostPresent) {
         refuse("Port requires a host");
     }
     portNumber = args.port;
@@ -106,17 +107,17 @@ void TemplateIRI<String>::buildPort(const ArgsBase<String>& args) {
 template <class String>
 void TemplateIRI<String>::buildPath(const ArgsBase<String>& args) {
     if (args.pathSet) {
-        if (hostPresent && !args.path.empty() && args.path.front() != FORWARD_SLASH) {
+        if (flags.hostPresent && !args.path.empty() && args.path.front() != FORWARD_SLASH) {
             refuse("Path cannot be relative if authority present");
         }
-        pathEmpty = args.path.empty();
+        flags.pathEmpty = args.path.empty();
         parts.setPath(args.path, kPlainForm);
-        if (schemePresent) {
+        if (flags.schemePresent) {
             parts.setSchemePresent(true);
         }
     } else {
         parts.setPath(String(), kPlainForm);
-        pathEmpty = true;
+        flags.pathEmpty = true;
     }
     setPathHasDotSegments(args.pathSet && !args.path.empty() && containsDotSegments(args.path));
 }
@@ -124,14 +125,14 @@ void TemplateIRI<String>::buildPath(const ArgsBase<String>& args) {
 template <class String>
 void TemplateIRI<String>::buildQuery(const ArgsBase<String>& args) {
     if (args.queryAsOctets) {
-        queryOption = true;
+        flags.queryOption = true;
         parts.setQuery(codePointsToUtf8Octets(args.query), kPlainForm, true);
         return;
     }
     if (args.queryOption) {
-        queryOption = true;
+        flags.queryOption = true;
     }
-    parts.setQuery(args.query, kPlainForm, queryOption);
+    parts.setQuery(args.query, kPlainForm, flags.queryOption);
 }
 
 template <class String>
@@ -141,16 +142,16 @@ void TemplateIRI<String>::buildFragment(const ArgsBase<String>& args) {
 
 template <class String>
 void TemplateIRI<String>::toArgs(ArgsBase<String>& args) const {
-    if (schemePresent) {
+    if (flags.schemePresent) {
         args.scheme = widen(parts.scheme());
         args.schemeSet = true;
         args.schemeChecked = true;
     }
     setArgsAuthority(args);
-    if (userInfoPresent) {
+    if (flags.userInfoPresent) {
         args.userInfoFromIri = true;
     }
-    if (hostPresent) {
+    if (flags.hostPresent) {
         args.hostFromIri = true;
     }
     args.path = widen(parts.storedPath(formOf(kPlainForm)));
@@ -162,10 +163,10 @@ void TemplateIRI<String>::toArgs(ArgsBase<String>& args) const {
 
 template <class String>
 void TemplateIRI<String>::setArgsAuthority(ArgsBase<String>& args) const {
-    if (!authorityPresent) {
+    if (!flags.authorityPresent) {
         return;
     }
-    if (userInfoPresent) {
+    if (flags.userInfoPresent) {
         args.userInfo = parts.getUserInfo(kPlainForm);
         args.userInfoSet = true;
         args.userInfoFromIri = false;
@@ -173,7 +174,7 @@ void TemplateIRI<String>::setArgsAuthority(ArgsBase<String>& args) const {
     args.host = parts.getHost(kPlainForm);
     args.hostSet = true;
     args.hostFromIri = false;
-    if (portPresent) {
+    if (flags.portPresent) {
         args.port = portNumber;
         args.portSet = true;
     }
@@ -181,7 +182,7 @@ void TemplateIRI<String>::setArgsAuthority(ArgsBase<String>& args) const {
 
 template <class String>
 void TemplateIRI<String>::setArgsQuery(ArgsBase<String>& args) const {
-    if (queryPresent) {
+    if (flags.queryPresent) {
         args.query = parts.getQuery(kPlainForm);
         args.querySet = true;
     } else {
@@ -189,13 +190,13 @@ void TemplateIRI<String>::setArgsQuery(ArgsBase<String>& args) const {
         args.query.clear();
     }
     args.queryFromIri = true;
-    args.queryAsOctets = queryOption;
+    args.queryAsOctets = flags.queryOption;
     args.queryOption = false;
 }
 
 template <class String>
 void TemplateIRI<String>::setArgsFragment(ArgsBase<String>& args) const {
-    if (fragmentPresent) {
+    if (flags.fragmentPresent) {
         args.fragment = parts.getFragment(kPlainForm);
         args.fragmentSet = true;
     } else {

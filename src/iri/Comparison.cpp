@@ -41,11 +41,12 @@ bool TemplateIRI<String>::operator==(const TemplateIRI& other) const {
     if (thisEmpty || otherEmpty) {
         return thisEmpty && otherEmpty;
     }
-    if (schemePresent != other.schemePresent ||
-        (schemePresent && parts.scheme() != other.parts.scheme())) {
+    if (flags.schemePresent != other.flags.schemePresent ||
+        (flags.schemePresent && parts.scheme() != other.parts.scheme())) {
         return false;
     }
-    if (portPresent != other.portPresent || (portPresent && parts.port() != other.parts.port())) {
+    if (flags.portPresent != other.flags.portPresent ||
+        (flags.portPresent && parts.port() != other.parts.port())) {
         return false;
     }
     // Hashes already at hand reject cheaply; computing them only for this would cost more

@@ -10,43 +10,43 @@ namespace foundation::network::iri::detail {
 template <class String>
 void TemplateIRI<String>::takeSchemeFrom(const TemplateIRI& from, Assembly& into) {
     into.scheme = from.parts.scheme();
-    schemePresent = true;
+    flags.schemePresent = true;
 }
 
 // User info, host and port, each only where `from` has it.
 template <class String>
 void TemplateIRI<String>::takeAuthorityFrom(const TemplateIRI& from, Assembly& into) {
-    if (from.userInfoPresent) {
+    if (from.flags.userInfoPresent) {
         into.userInfo = from.parts.view(ComponentKind::UserInfo, Form::Iri);
-        userInfoPresent = true;
+        flags.userInfoPresent = true;
     }
-    if (from.hostPresent) {
+    if (from.flags.hostPresent) {
         into.host = from.parts.view(ComponentKind::Host, Form::Iri);
-        hostPresent = true;
+        flags.hostPresent = true;
     }
-    if (from.portPresent) {
+    if (from.flags.portPresent) {
         into.port = from.parts.port();
         portNumber = from.portNumber;
-        portPresent = true;
+        flags.portPresent = true;
     }
 }
 
 // A query moves with its option.
 template <class String>
 void TemplateIRI<String>::takeQueryFrom(const TemplateIRI& from, Assembly& into) {
-    if (from.queryPresent) {
-        queryOption = from.queryOption;
+    if (from.flags.queryPresent) {
+        flags.queryOption = from.flags.queryOption;
         into.query = from.parts.view(ComponentKind::Query, Form::Iri);
-        into.queryAsOctets = from.queryOption;
-        queryPresent = true;
+        into.queryAsOctets = from.flags.queryOption;
+        flags.queryPresent = true;
     }
 }
 
 template <class String>
 void TemplateIRI<String>::takeFragmentFrom(const TemplateIRI& from, Assembly& into) {
-    if (from.fragmentPresent) {
+    if (from.flags.fragmentPresent) {
         into.fragment = from.parts.view(ComponentKind::Fragment, Form::Iri);
-        fragmentPresent = true;
+        flags.fragmentPresent = true;
     }
 }
 

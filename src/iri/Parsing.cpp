@@ -22,7 +22,7 @@ template <class String>
 void TemplateIRI<String>::parse(const std::u16string& utf16) {
     if (utf16.empty()) {
         parts.setPath(String(), Encoding(1));
-        pathEmpty = true;
+        flags.pathEmpty = true;
         textIsCurrent.store(true);
         return;
     }
@@ -36,7 +36,7 @@ void TemplateIRI<String>::parse(const std::u16string& utf16) {
         throwParsingFailed();
     }
     setPartFlags(found);
-    if (portPresent) {
+    if (flags.portPresent) {
         unsigned short number = 0;
         const std::u16string_view digits(
             utf16.data() + (found.port.first - utf16.cbegin()),
@@ -57,19 +57,20 @@ void TemplateIRI<String>::parse(const std::u16string& utf16) {
 template <class String>
 template <class Found>
 void TemplateIRI<String>::setPartFlags(const Found& found) {
-    schemePresent = found.scheme.present;
-    queryPresent = found.query.present;
-    fragmentPresent = found.fragment.present;
-    hostPresent = found.host.present;
-    userInfoPresent = found.userInfo.present;
-    authorityPresent = hostPresent;
-    portPresent = found.port.present;
-    pathEmpty = !found.path.present || found.path.empty();
-    absolutePath = found.path.present && !found.path.empty() && *found.path.first == FORWARD_SLASH;
-    if (schemePresent) {
-        absolute = true;
-        if (!authorityPresent) {
-            opaque = !absolutePath;
+    flags.schemePresent = found.scheme.present;
+    flags.queryPresent = found.query.present;
+    flags.fragmentPresent = found.fragment.present;
+    flags.hostPresent = found.host.present;
+    flags.userInfoPresent = found.userInfo.present;
+    flags.authorityPresent = flags.hostPresent;
+    flags.portPresent = found.port.present;
+    flags.pathEmpty = !found.path.present || found.path.empty();
+    flags.absolutePath =
+        found.path.present && !found.path.empty() && *found.path.first == FORWARD_SLASH;
+    if (flags.schemePresent) {
+        flags.absolute = true;
+        if (!flags.authorityPresent) {
+            flags.opaque = !flags.absolutePath;
         }
     }
 }
@@ -85,27 +86,27 @@ void TemplateIRI<String>::setStringParts(const Found& found, typename Found::Ite
         parts.setRange(kind, offset(range.first), offset(range.last));
     };
     place(ComponentKind::Path, found.path);
-    parts.setSchemePresent(schemePresent);
-    if (userInfoPresent) {
+    parts.setSchemePresent(flags.schemePresent);
+    if (flags.userInfoPresent) {
         place(ComponentKind::UserInfo, found.userInfo);
     }
-    if (hostPresent) {
+    if (flags.hostPresent) {
         place(ComponentKind::Host, found.host);
     }
-    if (queryPresent) {
+    if (flags.queryPresent) {
         place(ComponentKind::Query, found.query);
     }
-    if (fragmentPresent) {
+    if (flags.fragmentPresent) {
         place(ComponentKind::Fragment, found.fragment);
     }
-    if (schemePresent) {
+    if (flags.schemePresent) {
         parts.setSchemeRange(offset(found.scheme.first), offset(found.scheme.last));
     }
-    if (portPresent) {
+    if (flags.portPresent) {
         parts.setPortRange(offset(found.port.first), offset(found.port.last));
     }
     // Looked for on first use: most parsed values are never resolved or made relative.
-    dotSegments.store(pathEmpty ? DotSegments::No : DotSegments::Unknown,
+    dotSegments.store(flags.pathEmpty ? DotSegments::No : DotSegments::Unknown,
                       std::memory_order_relaxed);
 }
 

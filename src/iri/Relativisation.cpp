@@ -22,12 +22,7 @@ namespace {
 using core::except::detail::AnonymousInternalException;
 
 bool hasEmptySegment(std::u16string_view path) {
-    for (std::size_t i = 1; i < path.size(); ++i) {
-        if (path[i] == u'/' && path[i - 1] == u'/') {
-            return true;
-        }
-    }
-    return false;
+    return findUnitPair(path, u'/') != std::u16string_view::npos;
 }
 
 [[noreturn]] void refuse(const char* message) {
@@ -49,14 +44,14 @@ std::u16string TemplateIRI<String>::getRelativePath(const TemplateIRI& base) con
     std::u16string_view basePath = base.parts.storedPath(Form::Iri);
     std::u16string_view path = parts.storedPath(Form::Iri);
     if (containsDotSegments(basePath)) {
-        basePathWithoutDots = removeRelativePathSegments(basePath, base.absolutePath);
+        basePathWithoutDots = removeRelativePathSegments(basePath, base.flags.absolutePath);
         basePath = basePathWithoutDots;
     }
     if (containsDotSegments(path)) {
-        pathWithoutDots = removeRelativePathSegments(path, absolutePath);
+        pathWithoutDots = removeRelativePathSegments(path, flags.absolutePath);
         path = pathWithoutDots;
     }
-    return relativePath(path, absolutePath, basePath);
+    return relativePath(path, flags.absolutePath, basePath);
 }
 
 template <class String>
@@ -64,25 +59,25 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     const TemplateIRI& a = *this;
     const TemplateIRI& b = base;
 
-    if (!a.absolutePath && b.absolutePath && !a.pathEmpty) {
+    if (!a.flags.absolutePath && b.flags.absolutePath && !a.flags.pathEmpty) {
         refuse("Cannot make relative to base. Already relative");
     }
-    if (a.absolutePath && !b.absolutePath && !b.pathEmpty) {
+    if (a.flags.absolutePath && !b.flags.absolutePath && !b.flags.pathEmpty) {
         refuse("Cannot make relative. Base is relative");
     }
 
     // A different scheme: only A itself resolves to A.
-    if (a.schemePresent && (!b.schemePresent || a.schemeText() != b.schemeText())) {
+    if (a.flags.schemePresent && (!b.flags.schemePresent || a.schemeText() != b.schemeText())) {
         return a;
     }
 
     TemplateIRI t;
     Assembly taken;
     const auto setPath = [&](std::u16string path) {
-        keepPathReadable(path, t.schemePresent, t.hostPresent);
-        t.pathEmpty = path.empty();
-        t.absolutePath = !path.empty() && path.front() == FORWARD_SLASH;
-        t.setPathHasDotSegments(containsDotSegments(path));
+        keepPathReadable(path, t.flags.schemePresent, t.flags.hostPresent);
+        t.flags.pathEmpty = path.empty();
+        t.flags.absolutePath = !path.empty() && path.front() == FORWARD_SLASH;
+        t.forgetPathDotSegments();
         taken.path = std::move(path);
     };
     const auto finish = [&] {
@@ -93,46 +88,48 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
 
     // The scheme-specific parts and authorities are compared component by component rather
     // than assembled: their delimiters split them unambiguously, so this is the same test.
-    const bool bothAuthorities = a.authorityPresent && b.authorityPresent;
+    const bool bothAuthorities = a.flags.authorityPresent && b.flags.authorityPresent;
     const bool sameAuthority =
-        bothAuthorities && a.userInfoPresent == b.userInfoPresent &&
-        (!a.userInfoPresent || sameUnits(a.parts.view(ComponentKind::UserInfo, Form::Iri),
-                                         b.parts.view(ComponentKind::UserInfo, Form::Iri))) &&
+        bothAuthorities && a.flags.userInfoPresent == b.flags.userInfoPresent &&
+        (!a.flags.userInfoPresent || sameUnits(a.parts.view(ComponentKind::UserInfo, Form::Iri),
+                                               b.parts.view(ComponentKind::UserInfo, Form::Iri))) &&
         sameUnits(a.parts.view(ComponentKind::Host, Form::Iri),
                   b.parts.view(ComponentKind::Host, Form::Iri)) &&
-        a.portPresent == b.portPresent && (!a.portPresent || a.portText() == b.portText());
+        a.flags.portPresent == b.flags.portPresent &&
+        (!a.flags.portPresent || a.portText() == b.portText());
     const bool sameQuery =
-        a.queryPresent == b.queryPresent &&
-        (!a.queryPresent || sameUnits(a.parts.view(ComponentKind::Query, Form::Iri),
-                                      b.parts.view(ComponentKind::Query, Form::Iri)));
+        a.flags.queryPresent == b.flags.queryPresent &&
+        (!a.flags.queryPresent || sameUnits(a.parts.view(ComponentKind::Query, Form::Iri),
+                                            b.parts.view(ComponentKind::Query, Form::Iri)));
     const std::u16string_view path = a.parts.storedPath(Form::Iri);
     const std::u16string_view basePath = b.parts.storedPath(Form::Iri);
 
     // Same resource: only A's fragment remains.
-    if (a.schemeText() == b.schemeText() && a.authorityPresent == b.authorityPresent &&
-        (!a.authorityPresent || sameAuthority) && sameUnits(path, basePath) && sameQuery) {
+    if (a.schemeText() == b.schemeText() && a.flags.authorityPresent == b.flags.authorityPresent &&
+        (!a.flags.authorityPresent || sameAuthority) && sameUnits(path, basePath) && sameQuery) {
         return finish();
     }
 
-    if (!a.schemePresent) {
-        if (b.schemePresent) {
+    if (!a.flags.schemePresent) {
+        if (b.flags.schemePresent) {
             refuse("Cannot make relative to base as base has scheme but this does not");
         }
-        if (!a.authorityPresent && b.authorityPresent) {
+        if (!a.flags.authorityPresent && b.flags.authorityPresent) {
             refuse("Cannot make relative to base as base has authority but this does not");
         }
     }
 
     // A's authority (and all that follows it) where the authorities differ.
-    const bool authorityDiffers = a.authorityPresent && !sameAuthority;
+    const bool authorityDiffers = a.flags.authorityPresent && !sameAuthority;
     // An empty path resolves to the base's path, and an empty path without a query to the
     // base's query: A's authority, or else A whole, keeps them from doing so.
     const bool emptyPathNeedsMore =
-        a.pathEmpty && (!b.pathEmpty || (b.queryPresent && !a.queryPresent));
-    if (!a.authorityPresent && b.authorityPresent) {
+        a.flags.pathEmpty &&
+        (!b.flags.pathEmpty || (b.flags.queryPresent && !a.flags.queryPresent));
+    if (!a.flags.authorityPresent && b.flags.authorityPresent) {
         return a;  // A has a scheme here: it stands as it is.
     }
-    if (a.schemePresent && !a.authorityPresent && emptyPathNeedsMore) {
+    if (a.flags.schemePresent && !a.flags.authorityPresent && emptyPathNeedsMore) {
         return a;
     }
     // Only the authority keeps a path beginning "//" from being read as one.
@@ -146,7 +143,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         return answer;
     };
     if (authorityDiffers ||
-        (a.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
+        (a.flags.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
         t.takeAuthorityFrom(a, taken);
         setPath(std::u16string(path));
         t.setPathHasDotSegments(a.pathHasDotSegments());
@@ -155,29 +152,30 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
 
     // Same authority or none on both sides.
-    if (a.pathEmpty && !a.schemePresent) {
-        if (!a.authorityPresent && !b.pathEmpty) {
+    if (a.flags.pathEmpty && !a.flags.schemePresent) {
+        if (!a.flags.authorityPresent && !b.flags.pathEmpty) {
             refuse("Cannot make relative to base as base has path but this does not");
         }
-        if (!a.queryPresent && !a.authorityPresent && b.queryPresent) {
+        if (!a.flags.queryPresent && !a.flags.authorityPresent && b.flags.queryPresent) {
             refuse("Cannot make relative to base as base has query but this does not");
         }
         t.takeQueryFrom(a, taken);
         return finish();
     }
 
-    if (!a.pathEmpty) {
-        if (b.pathEmpty) {
+    if (!a.flags.pathEmpty) {
+        if (b.flags.pathEmpty) {
             // Against an empty path with an authority, resolution writes "/" and the reference
             // path as it is, dot segments and all.
-            const bool keepDots = b.authorityPresent && a.absolutePath && a.pathHasDotSegments();
+            const bool keepDots =
+                b.flags.authorityPresent && a.flags.absolutePath && a.pathHasDotSegments();
             setPath(std::u16string(keepDots ? path.substr(1) : path));
         } else if (sameUnits(path, basePath)) {
             // Resolution would pick up B's query for an empty path.
-            if (b.queryPresent && !a.queryPresent) {
+            if (b.flags.queryPresent && !a.flags.queryPresent) {
                 setPath(getMinimalRelativePath());
             }
-        } else if (a.absolutePath && emptySegments()) {
+        } else if (a.flags.absolutePath && emptySegments()) {
             // Resolution reads a "/" element after an empty segment as a trailing slash, so
             // no relative path crosses one reliably: the absolute path does.
             setPath(std::u16string(path));
@@ -188,10 +186,10 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
             // Dot removal over a rootless path with empty segments can root or shorten the
             // merged path ("T/..//x/" + "../i" gives "//i"): where that may happen the
             // reference is checked, and A, which has a scheme, stands for itself otherwise.
-            if (a.schemePresent && !a.pathHasDotSegments() && emptySegments()) {
+            if (a.flags.schemePresent && !a.pathHasDotSegments() && emptySegments()) {
                 TemplateIRI candidate = t;
                 Assembly candidateParts = taken;
-                if (a.queryPresent) {
+                if (a.flags.queryPresent) {
                     candidate.takeQueryFrom(a, candidateParts);
                 }
                 candidate.takeFragmentFrom(a, candidateParts);
@@ -204,7 +202,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
     // Equal queries are left to resolution only where the path is empty: a non-empty path
     // drops the base's query.
-    if (a.queryPresent && (!sameQuery || !t.pathEmpty)) {
+    if (a.flags.queryPresent && (!sameQuery || !t.flags.pathEmpty)) {
         t.takeQueryFrom(a, taken);
     }
     return finish();

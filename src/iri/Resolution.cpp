@@ -35,18 +35,18 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     Assembly taken;
 
     if (r.empty.load()) {
-        if (!b.fragmentPresent) {
+        if (!b.flags.fragmentPresent) {
             return b;
         }
         // The base without its fragment.
-        if (b.schemePresent) {
+        if (b.flags.schemePresent) {
             t.takeSchemeFrom(b, taken);
         }
         t.takeAuthorityFrom(b, taken);
         t.takeQueryFrom(b, taken);
         taken.path = b.parts.storedPath(Form::Iri);
-        t.pathEmpty = b.pathEmpty;
-        t.absolutePath = b.absolutePath;
+        t.flags.pathEmpty = b.flags.pathEmpty;
+        t.flags.absolutePath = b.flags.absolutePath;
         t.setPathHasDotSegments(b.pathHasDotSegments());
         t.finishFlags(taken);
         return t;
@@ -54,12 +54,12 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
 
     // One absolute flag for every path computed below, in every branch; kept deliberately, so
     // that "t:a/../b" against a base with the path "/x" gets the path "/b".
-    const bool absolute = r.absolutePath || b.absolutePath;
+    const bool absolute = r.flags.absolutePath || b.flags.absolutePath;
     std::u16string path;
     // R's path for a reference with a scheme or an authority: verbatim, or with its dot
     // segments removed.
     const auto referencePath = [&] {
-        if (r.pathEmpty) {
+        if (r.flags.pathEmpty) {
             return std::u16string();
         }
         if (!r.pathHasDotSegments()) {
@@ -69,30 +69,30 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
         return r.resolvePathComponents(segments, absolute);
     };
 
-    if (r.schemePresent) {
+    if (r.flags.schemePresent) {
         t.takeSchemeFrom(r, taken);
         t.takeAuthorityFrom(r, taken);
         path = referencePath();
         t.takeQueryFrom(r, taken);
     } else {
-        if (r.authorityPresent) {
+        if (r.flags.authorityPresent) {
             t.takeAuthorityFrom(r, taken);
             path = referencePath();
             t.takeQueryFrom(r, taken);
         } else {
             const std::u16string_view basePath = b.parts.storedPath(Form::Iri);
             const std::u16string_view referenceText = r.parts.storedPath(Form::Iri);
-            if (r.pathEmpty) {
-                if (!b.pathEmpty) {
+            if (r.flags.pathEmpty) {
+                if (!b.flags.pathEmpty) {
                     path = basePath;
                 }
-                t.takeQueryFrom(r.queryPresent ? r : b, taken);
-            } else if (r.absolutePath) {
+                t.takeQueryFrom(r.flags.queryPresent ? r : b, taken);
+            } else if (r.flags.absolutePath) {
                 SegmentList segments;
                 path = r.pathHasDotSegments() ? r.resolvePathComponents(segments, absolute)
                                               : referenceText;
                 t.takeQueryFrom(r, taken);
-            } else if (b.authorityPresent && b.pathEmpty) {
+            } else if (b.flags.authorityPresent && b.flags.pathEmpty) {
                 // Kept deliberately: no dot-segment removal here, unlike RFC 3986.
                 path.reserve(referenceText.size() + 1);
                 path += u'/';
@@ -110,15 +110,15 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
             } else {
                 SegmentList segments;
                 if (b.pathHasDotSegments()) {
-                    splitPathIntoSegments(removeRelativePathSegments(basePath, b.absolutePath),
-                                          segments);
+                    splitPathIntoSegments(
+                        removeRelativePathSegments(basePath, b.flags.absolutePath), segments);
                 } else {
                     splitPathIntoSegments(basePath, segments);
                 }
                 // Drop the base's last segment; a lone absolute segment leaves the root.
                 if (segments.size() == 1) {
                     segments.clear();
-                    if (b.absolutePath) {
+                    if (b.flags.absolutePath) {
                         segments.emplace_back(1, u'/');
                     }
                 } else if (!segments.empty()) {
@@ -134,7 +134,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
             }
             t.takeAuthorityFrom(b, taken);
         }
-        if (b.schemePresent) {
+        if (b.flags.schemePresent) {
             t.takeSchemeFrom(b, taken);
         }
     }
@@ -142,9 +142,9 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     // Never set by resolution: a result is taken as free of dot segments when it serves as a
     // base later.
     t.setPathHasDotSegments(false);
-    keepPathReadable(path, t.schemePresent, t.hostPresent);
-    t.pathEmpty = path.empty();
-    t.absolutePath = startsWithSlash(path);
+    keepPathReadable(path, t.flags.schemePresent, t.flags.hostPresent);
+    t.flags.pathEmpty = path.empty();
+    t.flags.absolutePath = startsWithSlash(path);
     taken.path = std::move(path);
     t.finishFlags(taken);
     return t;
@@ -155,12 +155,13 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
 template <class String>
 void TemplateIRI<String>::finishFlags(const Assembly& assembly) {
     parts.assign(assembly);
-    empty.store(parts.isEmpty() && !schemePresent && !portPresent, std::memory_order_relaxed);
-    authorityPresent = hostPresent;
-    if (schemePresent) {
-        absolute = true;
-        if (!authorityPresent) {
-            opaque = !absolutePath;
+    empty.store(parts.isEmpty() && !flags.schemePresent && !flags.portPresent,
+                std::memory_order_relaxed);
+    flags.authorityPresent = flags.hostPresent;
+    if (flags.schemePresent) {
+        flags.absolute = true;
+        if (!flags.authorityPresent) {
+            flags.opaque = !flags.absolutePath;
         }
     }
 }

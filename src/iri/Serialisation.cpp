@@ -23,7 +23,7 @@ constexpr std::size_t kCacheEntry[5] = {0, 1, 3, 2, 4};
 
 template <class String>
 std::u16string TemplateIRI<String>::getScheme() const {
-    if (!schemePresent) {
+    if (!flags.schemePresent) {
         throw AnonymousInternalException<std::runtime_error>("No scheme");
     }
     return std::u16string(parts.scheme());
@@ -31,7 +31,7 @@ std::u16string TemplateIRI<String>::getScheme() const {
 
 template <class String>
 std::u16string TemplateIRI<String>::getPort() const {
-    if (!portPresent) {
+    if (!flags.portPresent) {
         throw AnonymousInternalException<std::runtime_error>("No port");
     }
     return std::u16string(parts.port());
@@ -39,7 +39,7 @@ std::u16string TemplateIRI<String>::getPort() const {
 
 template <class String>
 std::uint16_t TemplateIRI<String>::getPortNumber() const {
-    if (!portPresent) {
+    if (!flags.portPresent) {
         throw AnonymousInternalException<std::runtime_error>("No port");
     }
     return portNumber;
@@ -96,7 +96,7 @@ std::u16string TemplateIRI<String>::getNativeAuthority(const Encoding& encoding)
     if (isStrict(encoding)) {
         authority = repairPercents(authority, false);
     }
-    if (portPresent) {
+    if (flags.portPresent) {
         authority.push_back(COLON);
         authority += parts.port();
     }
@@ -111,7 +111,7 @@ std::u16string TemplateIRI<String>::getAuthority(const Encoding& encoding) const
 template <class String>
 std::u16string TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const {
     std::u16string ssp;
-    if (authorityPresent) {
+    if (flags.authorityPresent) {
         ssp.push_back(FORWARD_SLASH);
         ssp.push_back(FORWARD_SLASH);
         ssp += getNativeAuthority(encoding);
@@ -120,7 +120,7 @@ std::u16string TemplateIRI<String>::getNativeSsp(const Encoding& encoding) const
     try {
         const std::u16string_view path = parts.view(ComponentKind::Path, encoding);
         ssp += strict ? std::u16string_view(repairPercents(path, true)) : path;
-        if (queryPresent) {
+        if (flags.queryPresent) {
             const std::u16string_view query = parts.view(ComponentKind::Query, encoding);
             ssp.push_back(QUESTION_MARK);
             if (strict) {
@@ -161,23 +161,23 @@ std::u16string_view TemplateIRI<String>::toNativeStringFromParts(const Encoding&
 
     // Two threads may build the same entry: the first to publish wins.
     const bool strict = isStrict(encoding);
-    const std::u16string authority = authorityPresent
+    const std::u16string authority = flags.authorityPresent
                                          ? getNativeAuthority(Encoding(strict ? value - 1 : value))
                                          : std::u16string();
     std::u16string_view path, query, fragment;
     try {
         path = parts.view(ComponentKind::Path, encoding);
-        query = queryPresent ? parts.view(ComponentKind::Query, encoding) : query;
-        fragment = fragmentPresent ? parts.view(ComponentKind::Fragment, encoding) : fragment;
+        query = flags.queryPresent ? parts.view(ComponentKind::Query, encoding) : query;
+        fragment = flags.fragmentPresent ? parts.view(ComponentKind::Fragment, encoding) : fragment;
     } catch (const std::runtime_error& e) {
         throw AnonymousInternalException<std::runtime_error>(e.what());
     }
     const std::u16string_view scheme = parts.scheme();
 
-    const std::size_t length = (schemePresent ? scheme.size() + 1 : 0) +
-                               (authorityPresent ? authority.size() + 2 : 0) + path.size() +
-                               (queryPresent ? query.size() + 1 : 0) +
-                               (fragmentPresent ? fragment.size() + 1 : 0);
+    const std::size_t length = (flags.schemePresent ? scheme.size() + 1 : 0) +
+                               (flags.authorityPresent ? authority.size() + 2 : 0) + path.size() +
+                               (flags.queryPresent ? query.size() + 1 : 0) +
+                               (flags.fragmentPresent ? fragment.size() + 1 : 0);
     std::u16string plain;
     plain.reserve(length);
     std::u16string repaired;
@@ -200,21 +200,21 @@ std::u16string_view TemplateIRI<String>::toNativeStringFromParts(const Encoding&
             repaired.push_back(c);
         }
     };
-    if (schemePresent) {
+    if (flags.schemePresent) {
         appendBoth(scheme, false, false);
         appendChar(COLON);
     }
-    if (authorityPresent) {
+    if (flags.authorityPresent) {
         appendChar(FORWARD_SLASH);
         appendChar(FORWARD_SLASH);
         appendBoth(authority, true, false);
     }
     appendBoth(path, true, true);
-    if (queryPresent) {
+    if (flags.queryPresent) {
         appendChar(QUESTION_MARK);
         appendBoth(query, true, true);
     }
-    if (fragmentPresent) {
+    if (flags.fragmentPresent) {
         appendChar(HASH_SIGN);
         appendBoth(fragment, true, true);
     }

@@ -97,23 +97,12 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other) noexcep
 template <class String>
 TemplateIRI<String>::~TemplateIRI() = default;
 
-// The one list of the plain fields (the flags); the atomics, the parts and the hash are
-// handled by each caller.
+// The flags and the dot-segment answer; the other atomics, the parts and the hash are handled
+// by each caller.
 template <class String>
 void TemplateIRI<String>::copyFlags(const TemplateIRI& other) noexcept {
-    schemePresent = other.schemePresent;
-    queryPresent = other.queryPresent;
-    fragmentPresent = other.fragmentPresent;
-    authorityPresent = other.authorityPresent;
-    absolutePath = other.absolutePath;
-    absolute = other.absolute;
-    opaque = other.opaque;
-    portPresent = other.portPresent;
-    hostPresent = other.hostPresent;
-    userInfoPresent = other.userInfoPresent;
+    flags = other.flags;
     dotSegments.store(other.dotSegments.load(std::memory_order_relaxed), std::memory_order_relaxed);
-    pathEmpty = other.pathEmpty;
-    queryOption = other.queryOption;
 }
 
 template <class String>
@@ -127,10 +116,8 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept {
     swapRelaxed(hash, other.hash);
     parts.swap(other.parts);
     std::swap(portNumber, other.portNumber);
-    TemplateIRI flags;
-    flags.copyFlags(*this);
-    copyFlags(other);
-    other.copyFlags(flags);
+    swapRelaxed(dotSegments, other.dotSegments);
+    std::swap(flags, other.flags);
 }
 
 template <class String>
@@ -144,8 +131,8 @@ void TemplateIRI<String>::clearFields() noexcept {
     textIsCurrent.store(false, std::memory_order_relaxed);
     parts.reset();
     portNumber = 0;
-    static const TemplateIRI blank;
-    copyFlags(blank);
+    flags = Flags();
+    dotSegments.store(DotSegments::No, std::memory_order_relaxed);
     hashKnown.store(false, std::memory_order_relaxed);
     hash.store(0, std::memory_order_relaxed);
 }

@@ -60,16 +60,16 @@ public:
     void clear() noexcept;
 
     bool isEmpty() const noexcept { return empty.load(); }
-    bool hasScheme() const noexcept { return schemePresent; }
-    bool hasAuthority() const noexcept { return authorityPresent; }
-    bool hasUserInfo() const noexcept { return userInfoPresent; }
-    bool hasHost() const noexcept { return hostPresent; }
-    bool hasPort() const noexcept { return portPresent; }
-    bool hasQuery() const noexcept { return queryPresent; }
-    bool hasFragment() const noexcept { return fragmentPresent; }
-    bool hasAbsolutePath() const noexcept { return absolutePath; }
-    bool isAbsolute() const noexcept { return absolute; }
-    bool isOpaque() const noexcept { return opaque; }
+    bool hasScheme() const noexcept { return flags.schemePresent; }
+    bool hasAuthority() const noexcept { return flags.authorityPresent; }
+    bool hasUserInfo() const noexcept { return flags.userInfoPresent; }
+    bool hasHost() const noexcept { return flags.hostPresent; }
+    bool hasPort() const noexcept { return flags.portPresent; }
+    bool hasQuery() const noexcept { return flags.queryPresent; }
+    bool hasFragment() const noexcept { return flags.fragmentPresent; }
+    bool hasAbsolutePath() const noexcept { return flags.absolutePath; }
+    bool isAbsolute() const noexcept { return flags.absolute; }
+    bool isOpaque() const noexcept { return flags.opaque; }
 
     /// Throw "No scheme" / "No port" (runtime errors) when absent.
     std::u16string getScheme() const;
@@ -142,6 +142,10 @@ public:
         }
         return known == DotSegments::Yes;
     }
+    /// Leaves the dot-segment answer to the first pathHasDotSegments() (a new path).
+    void forgetPathDotSegments() noexcept {
+        dotSegments.store(DotSegments::Unknown, std::memory_order_relaxed);
+    }
     void setPathHasDotSegments(bool value) noexcept {
         dotSegments.store(value ? DotSegments::Yes : DotSegments::No, std::memory_order_relaxed);
     }
@@ -184,18 +188,22 @@ private:
     std::atomic<bool> empty{true};
     std::atomic<bool> textIsCurrent{false};
     std::uint16_t portNumber = 0;
-    bool schemePresent : 1 = false;
-    bool queryPresent : 1 = false;
-    bool fragmentPresent : 1 = false;
-    bool authorityPresent : 1 = false;
-    bool absolutePath : 1 = false;
-    bool absolute : 1 = false;
-    bool opaque : 1 = false;
-    bool portPresent : 1 = false;
-    bool hostPresent : 1 = false;
-    bool userInfoPresent : 1 = false;
-    bool pathEmpty : 1 = true;
-    bool queryOption : 1 = false;
+    // The shape of the value: copied, swapped and cleared as one.
+    struct Flags {
+        bool schemePresent : 1 = false;
+        bool queryPresent : 1 = false;
+        bool fragmentPresent : 1 = false;
+        bool authorityPresent : 1 = false;
+        bool absolutePath : 1 = false;
+        bool absolute : 1 = false;
+        bool opaque : 1 = false;
+        bool portPresent : 1 = false;
+        bool hostPresent : 1 = false;
+        bool userInfoPresent : 1 = false;
+        bool pathEmpty : 1 = true;
+        bool queryOption : 1 = false;
+    };
+    Flags flags;
     // Whether the path holds a dot segment that containsDotSegments sees: found on first use
     // for a parsed value, set when a value is made (and never for a resolution's result).
     enum class DotSegments : std::uint8_t { Unknown, No, Yes };

@@ -44,6 +44,36 @@ inline std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t
     return std::u16string_view::npos;
 }
 
+/// The index of the first of two adjacent `unit`s in `text`, or npos; four units a step, as
+/// findUnit.
+inline std::size_t findUnitPair(std::u16string_view text, char16_t unit) {
+    constexpr std::uint64_t kLows = 0x7FFF7FFF7FFF7FFFull;
+    const std::uint64_t pattern = 0x0001000100010001ull * unit;
+    const std::size_t n = text.size();
+    std::size_t i = 0;
+    std::uint64_t carried = 0;  // the high bit of the last unit of the previous step
+    for (; i + 4 <= n; i += 4) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text.data() + i, sizeof word);
+        const std::uint64_t x = word ^ pattern;
+        // Exactly the high bit of every unit equal to `unit` (no borrow between units).
+        const std::uint64_t hits = ~(((x & kLows) + kLows) | x | kLows);
+        if ((hits & (hits >> 16)) != 0 || (carried & hits) != 0) {
+            break;
+        }
+        carried = hits >> 48;
+    }
+    if (i > 0 && i < n && text[i - 1] == unit && text[i] == unit) {
+        return i - 1;
+    }
+    for (std::size_t j = i; j + 1 < n; ++j) {
+        if (text[j] == unit && text[j + 1] == unit) {
+            return j;
+        }
+    }
+    return std::u16string_view::npos;
+}
+
 inline bool isSurrogate(char16_t unit) {
     return unit >= 0xD800 && unit <= 0xDFFF;
 }

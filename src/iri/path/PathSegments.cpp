@@ -22,16 +22,17 @@ bool split(std::u16string_view path, Segments& out) {
         segments.emplace_back(path.substr(from, to == npos ? npos : to - from));
         return to == npos ? n : to;
     };
+    const auto slashFrom = [&](std::size_t from) { return findUnit(path, u'/', from); };
     std::size_t i = 0;
     if (n >= 3 && path[0] == u'/' && path[1] == u'/' && path[2] != u'/') {
-        i = take(0, path.find(u'/', 2));
+        i = take(0, slashFrom(2));
     } else if (path[0] == u'/') {
-        i = n > 1 && path[1] == u'/' ? take(0, 1) : take(0, path.find(u'/', 1));
+        i = n > 1 && path[1] == u'/' ? take(0, 1) : take(0, slashFrom(1));
     } else {
-        i = take(0, path.find(u'/'));
+        i = take(0, slashFrom(0));
     }
     while (i < n) {
-        i = i + 1 < n && path[i + 1] == u'/' ? take(i, i + 1) : take(i, path.find(u'/', i + 1));
+        i = i + 1 < n && path[i + 1] == u'/' ? take(i, i + 1) : take(i, slashFrom(i + 1));
     }
     return true;
 }

@@ -4,7 +4,6 @@
 
 #include "iri/Utf16.h"
 #include "iri/path/PathResolution.h"
-#include "iri/path/PathSegments.h"
 
 namespace foundation::network::iri::detail {
 namespace {
@@ -30,61 +29,91 @@ std::u16string guardColon(std::u16string path) {
     return path;
 }
 
+// The segments of a path as splitPathIntoSegments cuts them, walked in place: every element
+// after the first begins at a "/" and runs to the next one.
+std::size_t firstSegmentEnd(std::u16string_view path) {
+    const std::size_t n = path.size();
+    std::size_t end = 0;
+    if (n >= 3 && path[0] == u'/' && path[1] == u'/' && path[2] != u'/') {
+        end = findUnit(path, u'/', 2);
+    } else {
+        end = findUnit(path, u'/', path[0] == u'/' ? 1 : 0);
+    }
+    return end == std::u16string_view::npos ? n : end;
+}
+
+std::size_t segmentEnd(std::u16string_view path, std::size_t start) {
+    const std::size_t end = findUnit(path, u'/', start + 1);
+    return end == std::u16string_view::npos ? path.size() : end;
+}
+
+std::size_t segmentCount(std::u16string_view path) {
+    if (path.empty()) {
+        return 0;
+    }
+    const std::size_t first = firstSegmentEnd(path);
+    return 1 + static_cast<std::size_t>(std::count(path.begin() + first, path.end(), u'/'));
+}
+
 std::u16string relativePathUnguarded(std::u16string_view target, bool targetAbsolute,
                                      std::u16string_view base) {
     if (sameUnits(target, base)) {
         return {};
     }
-    SegmentViews baseSegments;
-    splitPathIntoSegments(base, baseSegments);
-    if (baseSegments.empty()) {
+    const std::size_t baseCount = segmentCount(base);
+    if (baseCount == 0) {
         return std::u16string(target);
     }
-    SegmentViews targetSegments;
-    splitPathIntoSegments(target, targetSegments);
-
     // A base of one absolute segment: the target without its leading "/" merges back onto
     // the root.
-    if (baseSegments.size() == 1 && startsWithSlash(baseSegments.front()) &&
-        !targetSegments.empty() && startsWithSlash(targetSegments.front())) {
+    if (baseCount == 1 && startsWithSlash(base) && startsWithSlash(target)) {
         // The root alone would become the empty path, which names the base itself.
         return std::u16string(target == u"/" ? target : target.substr(1));
     }
 
     // Shared leading segments; the last segment of the shorter list never counts.
-    const std::size_t n = std::min(baseSegments.size(), targetSegments.size());
+    const std::size_t n = std::min(baseCount, segmentCount(target));
     std::size_t shared = 0;
+    std::size_t targetStart = 0;
     if (n >= 2) {
-        while (shared < n - 1 && sameUnits(targetSegments[shared], baseSegments[shared])) {
+        std::size_t targetEnd = firstSegmentEnd(target);
+        std::size_t baseStart = 0;
+        std::size_t baseEnd = firstSegmentEnd(base);
+        while (shared < n - 1 && sameUnits(target.substr(targetStart, targetEnd - targetStart),
+                                           base.substr(baseStart, baseEnd - baseStart))) {
             ++shared;
+            targetStart = targetEnd;
+            targetEnd = segmentEnd(target, targetStart);
+            baseStart = baseEnd;
+            baseEnd = segmentEnd(base, baseStart);
         }
     }
 
     std::u16string result;
     if (shared == 0) {
-        appendParents(result, std::max<std::size_t>(baseSegments.size() - 1, 1));
+        appendParents(result, std::max<std::size_t>(baseCount - 1, 1));
         result += targetAbsolute && startsWithSlash(target) ? target.substr(1) : target;
         return result;
     }
 
-    std::size_t up = baseSegments.size() - 1 - shared;
+    std::size_t up = baseCount - 1 - shared;
     if (up == 0) {
         result = u".";
     } else {
         // Kept deliberately: lowering the count for a base not ending in "/" gives one ".."
         // too few when the base lies two or more directories below the shared prefix.
-        if (baseSegments.back() != u"/") {
+        const bool lastIsSlash = baseCount == 1 ? base == u"/" : base.back() == u'/';
+        if (!lastIsSlash) {
             --up;
         }
         appendParents(result, up > 1 ? up - 1 : 0);
         result += u"..";
     }
-    if (!startsWithSlash(targetSegments[shared])) {
+    // The segments from the first unshared one on: the rest of the target's text.
+    if (target[targetStart] != u'/') {
         result += u'/';
     }
-    // The segments from the first unshared one on: the rest of the target's text.
-    result +=
-        target.substr(static_cast<std::size_t>(targetSegments[shared].data() - target.data()));
+    result += target.substr(targetStart);
     return result;
 }
 
