@@ -133,7 +133,7 @@ void removeDotSegments(SegmentList& queue, SegmentList& out) {
     queue.clear();
 }
 
-bool resolvePath(std::u16string_view path, SegmentList& segments, bool absolute, bool removeDots) {
+void resolvePath(std::u16string_view path, SegmentList& segments, bool absolute, bool removeDots) {
     const bool needsSeparator =
         !segments.empty() && segments.back() != u"/" && !path.empty() && path.front() != u'/';
     if (!removeDots) {
@@ -141,14 +141,14 @@ bool resolvePath(std::u16string_view path, SegmentList& segments, bool absolute,
             segments.emplace_back(u"/");
         }
         segments.emplace_back(path);
-        return true;
+        return;
     }
     if (holdsEmptySegment(segments, path, needsSeparator)) {
         resolveWithEmptySegments(path, segments, absolute, needsSeparator);
-        return true;
+        return;
     }
     if (applyShortCut(path, segments)) {
-        return true;
+        return;
     }
 
     const bool wasRelative = segments.empty() || !startsWithSlash(segments.front());
@@ -179,7 +179,6 @@ bool resolvePath(std::u16string_view path, SegmentList& segments, bool absolute,
     } else if (!startsWithSlash(segments.front())) {
         segments.front().insert(0, 1, u'/');
     }
-    return true;
 }
 
 std::u16string removeRelativePathSegments(std::u16string_view path, bool absolute) {

@@ -17,9 +17,9 @@ namespace foundation::network::iri::detail {
 /// Appends `path` to `segments` in place. Without `removeDots`, a plain append (a "/" element is
 /// put between when the list does not end in one and `path` is relative). With `removeDots`,
 /// "."/".." short cuts first, then the general case: the whole list plus `path` runs through
-/// removeDotSegments, and `absolute` decides whether the result starts with "/". Always returns
-/// true. Linear in the total length.
-bool resolvePath(std::u16string_view path, SegmentList& segments, bool absolute, bool removeDots);
+/// removeDotSegments, and `absolute` decides whether the result starts with "/". Linear in the
+/// total length.
+void resolvePath(std::u16string_view path, SegmentList& segments, bool absolute, bool removeDots);
 
 /// RFC 3986 section 5.2.4 over a queue of segments: moves what survives from `queue` to the end
 /// of `out`; ".." removes the last element of `out` (above the root it is absorbed). Empties
