@@ -30,13 +30,6 @@ struct IRIAccess {
     /// Makes `value` forget that its text is current, so that its serialisations are assembled
     /// from the components, as for a value built from components.
     static void assembleFromParts(Impl& value) noexcept { value.textIsCurrent.store(false); }
-
-    /// An IRI holding `value`.
-    static IRI fromImpl(Impl&& value) {
-        IRI result;
-        impl(result) = std::move(value);
-        return result;
-    }
 };
 
 }  // namespace foundation::network::iri::detail

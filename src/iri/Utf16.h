@@ -74,10 +74,6 @@ inline std::size_t findUnitPair(std::u16string_view text, char16_t unit) {
     return std::u16string_view::npos;
 }
 
-inline bool isSurrogate(char16_t unit) {
-    return unit >= 0xD800 && unit <= 0xDFFF;
-}
-
 /// Writes the code points of `utf16` to `out`, which has room for `utf16.size()` of them, and
 /// returns how many it wrote. Throws std::out_of_range ("Misplaced UTF-16 surrogate U+...") for
 /// an unpaired surrogate.

@@ -176,23 +176,8 @@ inline bool digitTest(std::uint32_t c) {
 inline bool xdigitTest(std::uint32_t c) {
     return c < 128 ? ascii(c, XDIGIT) : isXdigit(c);
 }
-inline bool asciiDigitTest(std::uint32_t c) {
-    return c < 128 && ascii(c, DIGIT);
-}
 inline bool subDelimTest(std::uint32_t c) {
     return c < 128 && ascii(c, SUB_DELIM);
-}
-inline bool genDelimTest(std::uint32_t c) {
-    return c < 128 && ascii(c, GEN_DELIM);
-}
-inline bool reservedTest(std::uint32_t c) {
-    return c < 128 && ascii(c, GEN_DELIM | SUB_DELIM);
-}
-inline bool ucscharTest(std::uint32_t c) {
-    return isUcschar(c);
-}
-inline bool iprivateTest(std::uint32_t c) {
-    return isIprivate(c);
 }
 inline bool schemeTailTest(std::uint32_t c) {
     return c < 128 ? ascii(c, SCHEME_TAIL) : isAlnum(c);
@@ -213,30 +198,9 @@ inline auto digit() {
 inline auto xdigit() {
     return chars::Terminal<chars::xdigitTest>{};
 }
-/// The ASCII digits "0" to "9" alone (dec-octet's digits).
-inline auto asciiDigit() {
-    return chars::Terminal<chars::asciiDigitTest>{};
-}
-
-/// gen-delims = ":" / "/" / "?" / "#" / "[" / "]" / "@"
-inline auto genDelims() {
-    return chars::Terminal<chars::genDelimTest>{};
-}
 /// sub-delims = "!" / "$" / "&" / "'" / "(" / ")" / "*" / "+" / "," / ";" / "="
 inline auto subDelims() {
     return chars::Terminal<chars::subDelimTest>{};
-}
-/// reserved = gen-delims / sub-delims
-inline auto reserved() {
-    return chars::Terminal<chars::reservedTest>{};
-}
-/// ucschar, the 17 ranges of RFC 3987.
-inline auto ucschar() {
-    return chars::Terminal<chars::ucscharTest>{};
-}
-/// iprivate, with the extra range %xE0000-E0FFF (see isIprivate).
-inline auto iprivate() {
-    return chars::Terminal<chars::iprivateTest>{};
 }
 /// iunreserved = alnum / "-" / "." / "_" / "~" / ucschar
 inline auto iunreserved() {

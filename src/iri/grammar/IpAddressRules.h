@@ -76,9 +76,4 @@ inline auto ipvFuture() {
                     +(iunreserved() | subDelims() | qi::lit(L':')));
 }
 
-// IP-literal = "[" ( IPv6address / IPvFuture ) "]"
-inline auto ipLiteral() {
-    return qi::copy(qi::lit(L'[') >> (ipv6Address() | ipvFuture()) >> qi::lit(L']'));
-}
-
 }  // namespace foundation::network::iri::detail::irigrammar
