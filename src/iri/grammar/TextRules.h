@@ -18,6 +18,9 @@ namespace chars {
 inline bool ipcharTest(std::uint32_t c) {
     return unreservedOr<SUB_DELIM, ':', '@', '%'>(c);
 }
+inline bool pathCharTest(std::uint32_t c) {
+    return unreservedOr<SUB_DELIM, ':', '@', '%', '/'>(c);
+}
 inline bool noColonTest(std::uint32_t c) {
     return unreservedOr<SUB_DELIM, '@', '%'>(c);
 }
@@ -36,46 +39,40 @@ inline bool queryTest(std::uint32_t c) {
 
 }  // namespace chars
 
-// ipchar = iunreserved / pct-encoded / sub-delims / ":" / "@" / "%"
+// ipchar = iunreserved / pct-encoded / sub-delims / ":" / "@" / "%" (the class ipcharTest)
 // Kept deliberately: a bare "%" (not followed by two hex digits) is accepted, unlike RFC 3987.
-inline auto ipchar() {
-    return chars::Terminal<chars::ipcharTest>{};
-}
 
-// isegment = *ipchar
-inline auto isegment() {
-    return qi::copy(*ipchar());
-}
+// isegment = *ipchar: within the runs of the path rules below, "/" and ipchar (pathCharTest).
 
 // isegment-nz = 1*ipchar
 inline auto isegmentNz() {
-    return qi::copy(+ipchar());
+    return chars::RunOfOneOrMore<chars::ipcharTest>{};
 }
 
 // isegment-nz-nc = 1*( iunreserved / pct-encoded / sub-delims / "@" / "%" )
 // Kept deliberately: a bare "%" is accepted here too.
 inline auto isegmentNzNc() {
-    return qi::copy(+chars::Terminal<chars::noColonTest>{});
+    return chars::RunOfOneOrMore<chars::noColonTest>{};
 }
 
 // ipath-abempty = *( "/" isegment )
 inline auto ipathAbempty() {
-    return qi::copy(*(qi::lit(L'/') >> isegment()));
+    return chars::SlashLedRun<chars::pathCharTest>{};
 }
 
 // ipath-absolute = "/" [ isegment-nz *( "/" isegment ) ]
 inline auto ipathAbsolute() {
-    return qi::copy(qi::lit(L'/') >> -(isegmentNz() >> *(qi::lit(L'/') >> isegment())));
+    return qi::copy(qi::lit(L'/') >> -(isegmentNz() >> chars::SlashLedRun<chars::pathCharTest>{}));
 }
 
 // ipath-rootless = isegment-nz *( "/" isegment )
 inline auto ipathRootless() {
-    return qi::copy(isegmentNz() >> *(qi::lit(L'/') >> isegment()));
+    return qi::copy(isegmentNz() >> chars::SlashLedRun<chars::pathCharTest>{});
 }
 
 // ipath-noscheme = isegment-nz-nc *( "/" isegment )
 inline auto ipathNoscheme() {
-    return qi::copy(isegmentNzNc() >> *(qi::lit(L'/') >> isegment()));
+    return qi::copy(isegmentNzNc() >> chars::SlashLedRun<chars::pathCharTest>{});
 }
 
 // ipath-empty = 0<ipchar>
@@ -96,23 +93,23 @@ inline auto iregName() {
 // port = *DIGIT
 // Any Unicode decimal digit, not only ASCII; turning the text into a number accepts ASCII only.
 inline auto port() {
-    return qi::copy(*digit());
+    return chars::Run<chars::digitTest>{};
 }
 
 // iquery = *( ipchar / iprivate / "/" / "?" )
 inline auto iquery() {
-    return qi::copy(*chars::Terminal<chars::queryTest>{});
+    return chars::Run<chars::queryTest>{};
 }
 
 // ifragment = *( ipchar / "/" / "?" )
 inline auto ifragment() {
-    return qi::copy(*chars::Terminal<chars::fragmentTest>{});
+    return chars::Run<chars::fragmentTest>{};
 }
 
 // scheme = ALPHA *( ALPHA / DIGIT / "+" / "-" / "." )
 // ALPHA and DIGIT are Unicode (Alphabetic and Nd): a scheme may hold non-ASCII letters.
 inline auto scheme() {
-    return qi::copy(alpha() >> *chars::Terminal<chars::schemeTailTest>{});
+    return qi::copy(alpha() >> chars::Run<chars::schemeTailTest>{});
 }
 
 }  // namespace foundation::network::iri::detail::irigrammar
