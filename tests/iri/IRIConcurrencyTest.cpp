@@ -9,6 +9,9 @@
 #include <thread>
 #include <vector>
 
+#include "support/Corpus.h"
+#include "support/Text.h"
+
 namespace foundation::network {
 namespace {
 
@@ -149,6 +152,64 @@ TEST(IRIConcurrency, ReadersCopiersComparersAndHashersShareOneValue) {
         }
         ASSERT_EQ(mismatches.load(), 0) << "round " << round;
     }
+}
+
+// Several threads hash and compare one fresh value at once: one computation, one answer; also
+// for a value whose hash was computed, then cleared and assigned anew.
+TEST(IRIConcurrency, HashAndEqualityOfOneFreshValue) {
+    for (int round = 0; round < 20; ++round) {
+        const std::u16string text = u"s://h/p/" + std::u16string(round + 1u, u'x');
+        IRI shared(text);
+        if (round % 2 == 1) {  // a value whose once-flag already fired for an earlier value
+            shared = IRI(u"s://h/earlier");
+            (void)shared.hashValue();
+            shared.clear();
+            shared = IRI(text);
+        }
+        const IRI parsedTwin(text);
+        const IRI resolvedTwin = IRI(shared.getPath(Encoding(1))).resolveAgainst(IRI(u"s://h/"));
+        std::atomic<int> ready{0};
+        std::vector<std::uint64_t> hashes(4);
+        std::vector<int> equal(4);
+        std::vector<std::thread> threads;
+        for (int t = 0; t < 4; ++t) {
+            threads.emplace_back([&, t] {
+                for (++ready; ready.load() < 4;) {
+                }
+                hashes[t] = shared.hashValue();
+                equal[t] = (shared == parsedTwin) + (shared == resolvedTwin) +
+                           !(shared != resolvedTwin) + (resolvedTwin == shared);
+            });
+        }
+        for (auto& thread : threads) {
+            thread.join();
+        }
+        for (int t = 0; t < 4; ++t) {
+            EXPECT_EQ(hashes[t], parsedTwin.hashValue());
+            EXPECT_EQ(equal[t], 4);
+        }
+    }
+}
+
+// The shared grammar is built once and read by many threads at once.
+TEST(IRIConcurrency, ParsesAgree) {
+    std::vector<std::u16string> texts;
+    for (const auto& line : fntest::readLines("iris.txt", 400)) {
+        texts.push_back(fntest::u16(line));
+    }
+    std::vector<int> failures(4, 0);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([&, t] {
+            for (const auto& text : texts) {
+                failures[t] += IRI(text).toString(false) == text ? 0 : 1;
+            }
+        });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(failures, std::vector<int>(4, 0));
 }
 
 }  // namespace

@@ -4,10 +4,13 @@
 /// fields.
 #pragma once
 
+#include <cstdlib>
 #include <fstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include "support/Text.h"
 
 namespace fntest {
 
@@ -44,6 +47,18 @@ inline std::vector<TableRow> readTable(const std::string& name, std::size_t minF
         rows.push_back(std::move(row));
     }
     return rows;
+}
+
+/// A field as UTF-16, where "\uXXXX" stands for the one unit of that value (a control character,
+/// or a lone surrogate that UTF-8 cannot carry).
+inline std::u16string unescaped(const std::string& field) {
+    std::u16string text = u16(field);
+    for (std::size_t at = text.find(u"\\u"); at != std::u16string::npos;
+         at = text.find(u"\\u", at + 1)) {
+        const std::string hex(text.begin() + at + 2, text.begin() + at + 6);
+        text.replace(at, 6, 1, static_cast<char16_t>(std::strtoul(hex.c_str(), nullptr, 16)));
+    }
+    return text;
 }
 
 }  // namespace fntest
