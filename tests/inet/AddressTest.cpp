@@ -21,6 +21,7 @@
 #include "inet/InetAddressImpl.h"
 #include "inet/InterfaceAddressImpl.h"
 #include "inet/NetworkInterfaceImpl.h"
+#include "inet/ResolverError.h"
 #if defined(__linux__)
 #include "inet/linux/PacketRecord.h"
 #endif
@@ -335,6 +336,29 @@ TEST(HardwareAddressTest, RecordsGiveEthernetAddressesOnly) {
     named = *device;
     named.sdl_type = 24;  // loopback
     EXPECT_TRUE(osx::makeHardwareAddress(&named).bytes().empty());
+}
+
+// A resolver's error is a std::system_error with the system's own message alone; Boost's
+// categories map to the standard ones where there are such. (Lookups that fail for real are in
+// the namespace tests.)
+TEST(ResolverErrorTest, CategoriesAndMessages) {
+    namespace error = boost::asio::error;
+    const std::vector<std::pair<boost::system::error_code, std::string>> cases = {
+        {error::no_data, "asio.netdb The query is valid, but it does not have associated data"},
+        {error::no_recovery, "asio.netdb A non-recoverable error occurred during database lookup"},
+        {error::service_not_found, "asio.addrinfo Service not found"},
+        {error::socket_type_not_supported, "asio.addrinfo Socket type not supported"},
+        {{ECONNREFUSED, boost::system::system_category()}, "system Connection refused"},
+        {{EINVAL, boost::system::generic_category()}, "generic Invalid argument"}};
+    for (const auto& [code, text] : cases) {
+        try {
+            throwResolverError(code);
+            ADD_FAILURE() << "no exception";
+        } catch (const std::system_error& e) {
+            EXPECT_EQ(std::string(e.code().category().name()) + " " + e.what(), text);
+            EXPECT_EQ(e.code().value(), code.value());
+        }
+    }
 }
 
 // The kernel's list names no friendly name: the identifier stands in for it.
