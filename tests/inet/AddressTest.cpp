@@ -22,6 +22,8 @@
 #include "inet/InterfaceAddressImpl.h"
 #include "inet/NetworkInterfaceImpl.h"
 #include "inet/ResolverError.h"
+#include "inet/posix/LinkProperties.h"
+#include "inet/posix/ListNetworkInterfaces.h"
 #if defined(__linux__)
 #include "inet/linux/PacketRecord.h"
 #endif
@@ -73,6 +75,7 @@ TEST(InetAddressTest, BytesHostNamesAndRefusals) {
     const InetAddress host = named("::ffff:192.0.2.9", "name.invalid");
     EXPECT_EQ(host.getHostName(), "name.invalid");
     EXPECT_EQ(host.toString(), "::ffff:192.0.2.9");
+    EXPECT_EQ(host.getHostAddress(), "::ffff:192.0.2.9");
     EXPECT_EQ(host.unmapped().getHostName(), "name.invalid");
     EXPECT_EQ(host.unmapped(), InetAddress("192.0.2.9"));
     for (const char* text : {"127.0.0.1", "::1", "::fffe:1.2.3.4", "::1.2.3.4"}) {
@@ -361,8 +364,21 @@ TEST(ResolverErrorTest, CategoriesAndMessages) {
     }
 }
 
-// The kernel's list names no friendly name: the identifier stands in for it.
-TEST(NetworkInterfaceTest, FriendlyNameFallsBackToTheIdentifier) {
+// What no kernel list shows: an entry of another family still makes its interface, a name the
+// kernel does not know has MTU 0, a friendly name stands in for the identifier only if given.
+TEST(NetworkInterfaceTest, WhatNoKernelListShows) {
+    sockaddr other{};
+    other.sa_family = AF_UNIX;
+    char name[] = "can0";
+    ifaddrs entry{};
+    entry.ifa_name = name;
+    entry.ifa_addr = &other;
+    const auto listed = posix::listNetworkInterfaces(&entry);
+    ASSERT_EQ(listed.size(), 1u);
+    EXPECT_TRUE(listed[0]->identifier == "can0" && listed[0]->interfaceAddresses.empty());
+    EXPECT_EQ(posix::LinkProperties().mtu("no-such-if0"), 0u);
+    EXPECT_EQ(posix::LinkProperties().mtu(std::string(40, 'x')), 0u);
+
     auto impl = std::make_shared<NetworkInterfaceImpl>();
     EXPECT_EQ(NetworkInterface(impl).getFriendlyName(), u"");
     impl->identifier = "en0";
@@ -370,6 +386,8 @@ TEST(NetworkInterfaceTest, FriendlyNameFallsBackToTheIdentifier) {
     impl->friendlyName = u"Ethernet \u00e9";
     EXPECT_EQ(NetworkInterface(impl).getFriendlyName(), u"Ethernet \u00e9");
     EXPECT_EQ(NetworkInterface(impl).getDescription(), "");
+    impl->interfaceAddresses = {InterfaceAddress(InetAddress("10.0.0.1"), 8)};
+    EXPECT_EQ(NetworkInterface(impl).getInetAddresses(), std::vector{InetAddress("10.0.0.1")});
 }
 
 }  // namespace

@@ -77,13 +77,6 @@ inline std::string readFile(const std::filesystem::path& path) {
     return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
-inline void writeFile(const std::filesystem::path& path, const std::string& content) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    if (!(out << content)) {
-        throw std::runtime_error("cannot write " + path.string());
-    }
-}
-
 /// Runs argv with `input` on its standard input and waits for it.
 inline CommandResult run(const std::vector<std::string>& argv, const std::string& input = "") {
     char directory[] = "/tmp/fntest-XXXXXX";
@@ -91,7 +84,7 @@ inline CommandResult run(const std::vector<std::string>& argv, const std::string
         throw std::runtime_error("mkdtemp failed");
     }
     const std::filesystem::path dir = directory;
-    writeFile(dir / "in", input);
+    std::ofstream(dir / "in", std::ios::binary) << input;
     CommandResult result;
     result.status = waitFor(spawn(argv, dir / "in", dir / "out", dir / "err"));
     result.out = readFile(dir / "out");
