@@ -35,11 +35,13 @@ inline const icu::IDNA& rawEngine(uint32_t options = UIDNA_DEFAULT) {
     return *engine;
 }
 
-inline RawIcuResult rawToAscii(const icu::UnicodeString& name, uint32_t options = UIDNA_DEFAULT) {
+/// `name` through ICU's nameToASCII or nameToUnicode with these options.
+inline RawIcuResult rawConvert(decltype(&icu::IDNA::nameToASCII) operation,
+                               const icu::UnicodeString& name, uint32_t options) {
     RawIcuResult result;
     icu::ErrorCode status;
     icu::IDNAInfo info;
-    rawEngine(options).nameToASCII(name, result.text, info, status);
+    (rawEngine(options).*operation)(name, result.text, info, status);
     if (status.isFailure()) {
         throw std::runtime_error(status.errorName());
     }
@@ -47,16 +49,12 @@ inline RawIcuResult rawToAscii(const icu::UnicodeString& name, uint32_t options 
     return result;
 }
 
+inline RawIcuResult rawToAscii(const icu::UnicodeString& name, uint32_t options = UIDNA_DEFAULT) {
+    return rawConvert(&icu::IDNA::nameToASCII, name, options);
+}
+
 inline RawIcuResult rawToUnicode(const icu::UnicodeString& name, uint32_t options = UIDNA_DEFAULT) {
-    RawIcuResult result;
-    icu::ErrorCode status;
-    icu::IDNAInfo info;
-    rawEngine(options).nameToUnicode(name, result.text, info, status);
-    if (status.isFailure()) {
-        throw std::runtime_error(status.errorName());
-    }
-    result.errors = info.getErrors();
-    return result;
+    return rawConvert(&icu::IDNA::nameToUnicode, name, options);
 }
 
 inline icu::UnicodeString icuString(const std::u16string& text) {

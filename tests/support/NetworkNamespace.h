@@ -1,9 +1,12 @@
 /// @file
-/// @brief A throw-away network namespace for tests that need a host of their own (root only).
+/// @brief Runs programs for the tests, and a throw-away network namespace for tests that need a
+/// host of their own (root only).
 ///
-/// The namespace, its /etc/netns directory, a scratch directory and every process started in
-/// it are removed by the destructor, so a failing test leaves nothing behind. Names carry the
-/// process id, so parallel test processes never collide.
+/// A namespace is built from a recipe in tests/data/inet_hosts.tsv. It, its /etc/netns directory,
+/// its scratch file and every process started in it are removed by the destructor, so a failing
+/// test leaves nothing behind. Names carry the process id, so parallel test processes never
+/// collide. A test program checks a namespace from the inside by running its own tests there
+/// (runInside); those tests begin with FNTEST_INSIDE() and skip elsewhere.
 #pragma once
 
 #include <fcntl.h>
@@ -15,10 +18,18 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include "support/Table.h"
+
+#define FNTEST_INSIDE()                                                            \
+    if (std::getenv("FNTEST_INSIDE") == nullptr) {                                 \
+        GTEST_SKIP() << "runs inside the network namespace its outer test builds"; \
+    }
 
 namespace fntest {
 
@@ -29,20 +40,12 @@ inline bool isRoot() {
 struct CommandResult {
     int status = -1;  ///< exit status, or 128 + signal
     std::string out;  ///< standard output
+    std::string err;  ///< standard error
 };
 
-namespace detail {
-
-inline std::vector<std::string> splitWords(const std::string& words) {
-    std::istringstream in(words);
-    std::vector<std::string> result;
-    for (std::string word; in >> word;) {
-        result.push_back(word);
-    }
-    return result;
-}
-
-inline pid_t spawn(const std::vector<std::string>& argv, int stdoutFd) {
+/// Starts argv with standard input, output and error on these files (opened in the child).
+inline pid_t spawn(const std::vector<std::string>& argv, const std::string& in = "/dev/null",
+                   const std::string& out = "/dev/null", const std::string& err = "/dev/null") {
     std::vector<char*> args;
     for (const auto& arg : argv) {
         args.push_back(const_cast<char*>(arg.c_str()));
@@ -50,10 +53,9 @@ inline pid_t spawn(const std::vector<std::string>& argv, int stdoutFd) {
     args.push_back(nullptr);
     const pid_t pid = ::fork();
     if (pid == 0) {
-        const int devNull = ::open("/dev/null", O_RDWR);
-        ::dup2(devNull, 0);
-        ::dup2(stdoutFd >= 0 ? stdoutFd : devNull, 1);
-        ::dup2(devNull, 2);
+        ::dup2(::open(in.c_str(), O_RDONLY), 0);
+        ::dup2(::open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
+        ::dup2(::open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
         ::execvp(args[0], args.data());
         ::_exit(127);
     }
@@ -70,114 +72,26 @@ inline int waitFor(pid_t pid) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-}  // namespace detail
+inline std::string readFile(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}
 
-/// Runs argv, standard output captured, standard error discarded.
-inline CommandResult run(const std::vector<std::string>& argv) {
-    int fds[2];
-    if (::pipe(fds) != 0) {
-        throw std::runtime_error("pipe failed");
+/// Runs argv with `input` on its standard input and waits for it.
+inline CommandResult run(const std::vector<std::string>& argv, const std::string& input = "") {
+    char directory[] = "/tmp/fntest-XXXXXX";
+    if (::mkdtemp(directory) == nullptr) {
+        throw std::runtime_error("mkdtemp failed");
     }
-    const pid_t pid = detail::spawn(argv, fds[1]);
-    ::close(fds[1]);
+    const std::filesystem::path dir = directory;
+    std::ofstream(dir / "in", std::ios::binary) << input;
     CommandResult result;
-    char buffer[4096];
-    for (ssize_t n; (n = ::read(fds[0], buffer, sizeof buffer)) != 0;) {
-        if (n < 0 && errno == EINTR) {
-            continue;
-        }
-        if (n < 0) {
-            break;
-        }
-        result.out.append(buffer, static_cast<std::size_t>(n));
-    }
-    ::close(fds[0]);
-    result.status = detail::waitFor(pid);
+    result.status = waitFor(spawn(argv, dir / "in", dir / "out", dir / "err"));
+    result.out = readFile(dir / "out");
+    result.err = readFile(dir / "err");
+    std::filesystem::remove_all(dir);
     return result;
 }
-
-/// Runs a command given as blank-separated words; throws with the command when it fails.
-inline std::string mustRun(const std::string& words) {
-    const auto result = run(detail::splitWords(words));
-    if (result.status != 0) {
-        throw std::runtime_error("'" + words + "' failed with status " +
-                                 std::to_string(result.status));
-    }
-    return result.out;
-}
-
-class NetworkNamespace {
-public:
-    explicit NetworkNamespace(const std::string& prefix)
-        : name_(prefix + "-" + std::to_string(::getpid())),
-          etc_("/etc/netns/" + name_),
-          scratch_(std::filesystem::temp_directory_path() / ("fnet-" + name_)) {
-        run({"ip", "netns", "del", name_});  // a leftover of a crashed run with a reused pid
-        mustRun("ip netns add " + name_);
-        std::filesystem::create_directories(etc_);
-        std::filesystem::create_directories(scratch_);
-    }
-
-    ~NetworkNamespace() {
-        for (const pid_t pid : processes_) {
-            ::kill(pid, SIGTERM);
-            detail::waitFor(pid);
-        }
-        run({"ip", "netns", "del", name_});
-        std::error_code ignored;
-        std::filesystem::remove_all(etc_, ignored);
-        std::filesystem::remove_all(scratch_, ignored);
-    }
-
-    NetworkNamespace(const NetworkNamespace&) = delete;
-    NetworkNamespace& operator=(const NetworkNamespace&) = delete;
-
-    const std::string& name() const { return name_; }
-
-    /// `ip -n NAME <words>`; throws when it fails.
-    void ip(const std::string& words) const { mustRun("ip -n " + name_ + " " + words); }
-
-    /// Writes /etc/netns/NAME/<file>, which `ip netns exec` shows as /etc/<file>.
-    void writeEtc(const std::string& file, const std::string& content) const {
-        write(etc_ / file, content);
-    }
-
-    /// Writes a file into the scratch directory and returns its path.
-    std::string writeScratch(const std::string& file, const std::string& content) const {
-        write(scratch_ / file, content);
-        return (scratch_ / file).string();
-    }
-
-    std::string scratch() const { return scratch_.string(); }
-
-    /// Runs argv inside the namespace (at most 60 s), standard output captured.
-    CommandResult exec(const std::vector<std::string>& argv) const {
-        std::vector<std::string> full{"timeout", "60", "ip", "netns", "exec", name_};
-        full.insert(full.end(), argv.begin(), argv.end());
-        return run(full);
-    }
-
-    /// Starts argv inside the namespace in the background; it is stopped by the destructor.
-    void start(const std::vector<std::string>& argv) {
-        std::vector<std::string> full{"ip", "netns", "exec", name_};
-        full.insert(full.end(), argv.begin(), argv.end());
-        processes_.push_back(detail::spawn(full, -1));
-    }
-
-private:
-    static void write(const std::filesystem::path& path, const std::string& content) {
-        std::ofstream out(path, std::ios::binary | std::ios::trunc);
-        out << content;
-        if (!out) {
-            throw std::runtime_error("cannot write " + path.string());
-        }
-    }
-
-    std::string name_;
-    std::filesystem::path etc_;
-    std::filesystem::path scratch_;
-    std::vector<pid_t> processes_;
-};
 
 /// The lines of a text, without their line ends.
 inline std::vector<std::string> lines(const std::string& text) {
@@ -188,5 +102,100 @@ inline std::vector<std::string> lines(const std::string& text) {
     }
     return result;
 }
+
+/// The blank-separated words of a text.
+inline std::vector<std::string> words(const std::string& text) {
+    std::istringstream in(text);
+    return {std::istream_iterator<std::string>(in), {}};
+}
+
+class NetworkNamespace {
+public:
+    /// Builds the host `host` of tests/data/inet_hosts.tsv, whose comments say how.
+    explicit NetworkNamespace(const std::string& host)
+        : name_("fnet-" + host + "-" + std::to_string(::getpid())),
+          etc_("/etc/netns/" + name_),
+          scratch_(std::filesystem::temp_directory_path() / (name_ + ".scratch")) {
+        run({"ip", "netns", "del", name_});  // a leftover of a crashed run with a reused pid
+        mustRun({"ip", "netns", "add", name_});
+        std::filesystem::create_directories(etc_);
+        char hostName[256] = {};
+        ::gethostname(hostName, sizeof hostName - 1);
+        for (const TableRow& row : readTable("inet_hosts.tsv", 3)) {
+            if (row.fields[0] != host) {
+                continue;
+            }
+            std::string text = row.fields[2];
+            for (const auto& [from, to] :
+                 {std::pair<std::string, std::string>{"{scratch}", scratch_},
+                  {"{hostname}", hostName}}) {
+                if (const auto at = text.find(from); at != std::string::npos) {
+                    text.replace(at, from.size(), to);
+                }
+            }
+            const std::string& what = row.fields[1];
+            auto argv = words(text);
+            if (what == "ip") {
+                argv.insert(argv.begin(), {"ip", "-n", name_});
+                mustRun(argv);
+            } else if (what == "start") {
+                argv.insert(argv.begin(), {"ip", "netns", "exec", name_});
+                processes_.push_back(spawn(argv));
+            } else if (what == "wait") {
+                for (int attempt = 0; exec(argv).status != 0; ++attempt) {
+                    if (attempt == 100) {
+                        throw std::runtime_error(text + " never succeeded in " + name_);
+                    }
+                    ::usleep(50000);
+                }
+            } else {
+                std::ofstream(what == "scratch" ? scratch_ : (etc_ / what).string(), std::ios::app)
+                    << text << '\n';
+            }
+        }
+    }
+
+    ~NetworkNamespace() {
+        for (const pid_t pid : processes_) {
+            ::kill(pid, SIGTERM);
+            waitFor(pid);
+        }
+        run({"ip", "netns", "del", name_});
+        std::error_code ignored;
+        std::filesystem::remove_all(etc_, ignored);
+        std::filesystem::remove(scratch_, ignored);
+    }
+
+    NetworkNamespace(const NetworkNamespace&) = delete;
+    NetworkNamespace& operator=(const NetworkNamespace&) = delete;
+
+    /// Runs argv inside the namespace (at most 60 s).
+    CommandResult exec(std::vector<std::string> argv) const {
+        argv.insert(argv.begin(), {"timeout", "60", "ip", "netns", "exec", name_});
+        return run(argv);
+    }
+
+    /// Runs this test program's tests that match `filter` inside the namespace.
+    CommandResult runInside(const std::string& filter) const {
+        return exec({"env", "FNTEST_INSIDE=1", std::filesystem::read_symlink("/proc/self/exe"),
+                     "--gtest_filter=" + filter});
+    }
+
+private:
+    static void mustRun(const std::vector<std::string>& argv) {
+        if (const auto result = run(argv); result.status != 0) {
+            std::string command;
+            for (const auto& word : argv) {
+                command += word + " ";
+            }
+            throw std::runtime_error(command + "failed: " + result.err);
+        }
+    }
+
+    std::string name_;
+    std::filesystem::path etc_;
+    std::string scratch_;
+    std::vector<pid_t> processes_;
+};
 
 }  // namespace fntest
