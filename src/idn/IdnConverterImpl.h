@@ -34,7 +34,6 @@ public:
     std::u16string convert(EngineOperation operation, const std::u16string& name,
                            uint32_t* errors = nullptr) const;
 
-    const icu::IDNA& engine() const { return *engine_; }
     const fl::i18n::codecvt_ustring_to_ascii& toNarrow() const { return toNarrow_; }
     const fl::i18n::codecvt_ascii_to_ustring& toWide() const { return toWide_; }
 

@@ -176,25 +176,16 @@ ComponentOptions StringParts::options(ComponentKind kind) const noexcept {
     return options;
 }
 
-// Every form comes from the given one.
+// Every form comes from the given one: a component is given decoded (a built value) or in its
+// IRI form (parsed, resolved or relativised), never in the URI form.
 std::u16string StringParts::derive(ComponentKind kind, Form form) const {
     const std::wstring source = widen(range(static_cast<std::size_t>(kind)));
     const ComponentOptions opts = options(kind);
-    std::wstring value;
-    switch (given(kind)) {
-        case Form::Decoded:
-            value = form == Form::Iri ? decodedToIri(kind, opts, source)
-                                      : decodedToUri(kind, opts, source);
-            break;
-        case Form::Iri:
-            value = form == Form::Decoded ? iriToDecoded(kind, opts, source) : iriToUri(source);
-            break;
-        case Form::Uri:
-            value = form == Form::Decoded ? uriToDecoded(kind, opts, source)
-                                          : uriToIri(kind, opts, source);
-            break;
+    if (given(kind) == Form::Decoded) {
+        return narrow(form == Form::Iri ? decodedToIri(kind, opts, source)
+                                        : decodedToUri(kind, opts, source));
     }
-    return narrow(value);
+    return narrow(form == Form::Decoded ? iriToDecoded(kind, opts, source) : iriToUri(source));
 }
 
 namespace {

@@ -18,9 +18,6 @@
 namespace foundation::network {
 
 class IdnConverterImpl;
-namespace detail {
-struct IdnConverterAccess;
-}
 
 /// A handle over one ICU UTS #46 engine. Copies are cheap and share the engine; the engine is
 /// released with the last copy. Every member is const and may be called from several threads at
@@ -63,7 +60,6 @@ public:
     std::u16string toUnicode(const std::string& name, IdnErrors& errors) const;
 
 private:
-    friend struct detail::IdnConverterAccess;
     std::shared_ptr<const IdnConverterImpl> impl_;
 };
 

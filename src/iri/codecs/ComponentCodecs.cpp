@@ -157,22 +157,6 @@ std::wstring octetsToIri(const std::wstring& octets) {
 
 }  // namespace
 
-std::wstring_view doNotDecodeSet(ComponentKind kind) {
-    switch (kind) {
-        case ComponentKind::UserInfo:
-            return kUserInfoDoNotDecode;
-        case ComponentKind::Host:
-            return kHostDoNotDecode;
-        case ComponentKind::Path:
-            return kPathDoNotDecode;
-        case ComponentKind::Query:
-            return kQueryDoNotDecode;
-        case ComponentKind::Fragment:
-            return kFragmentDoNotDecode;
-    }
-    return {};
-}
-
 std::wstring decodePercentEscapes(const std::wstring& text, std::wstring_view doNotDecode,
                                   bool asOctets) {
     if (decodesToItself(text, asOctets)) {
@@ -218,14 +202,6 @@ std::wstring decodedToIri(ComponentKind kind, const ComponentOptions& options,
 std::wstring decodedToUri(ComponentKind kind, const ComponentOptions& options,
                           const std::wstring& decoded) {
     return encodeToUri(decodedToIri(kind, options, decoded));
-}
-
-std::wstring uriToIri(ComponentKind kind, const ComponentOptions&, const std::wstring& uri) {
-    return encodeForIri(decodePercentEscapes(uri, doNotDecodeSet(kind)));
-}
-
-std::wstring uriToDecoded(ComponentKind, const ComponentOptions& options, const std::wstring& uri) {
-    return decodePercentEscapes(uri, {}, options.asOctets);
 }
 
 std::wstring iriToDecoded(ComponentKind, const ComponentOptions& options, const std::wstring& iri) {

@@ -26,9 +26,6 @@ struct ComponentOptions {
     friend bool operator==(const ComponentOptions&, const ComponentOptions&) = default;
 };
 
-/// The characters whose escapes the URI-to-IRI conversion leaves as written.
-std::wstring_view doNotDecodeSet(ComponentKind kind);
-
 /// IRI form to URI form (the To-URI encoder alone).
 std::wstring iriToUri(const std::wstring& iri);
 
@@ -42,14 +39,6 @@ std::wstring decodedToIri(ComponentKind kind, const ComponentOptions& options,
 /// Decoded form to URI form.
 std::wstring decodedToUri(ComponentKind kind, const ComponentOptions& options,
                           const std::wstring& decoded);
-
-/// URI form to IRI form: escapes resolved except the do-not-decode ones, then unsafe and
-/// private-use characters escaped again.
-std::wstring uriToIri(ComponentKind kind, const ComponentOptions& options, const std::wstring& uri);
-
-/// URI form to decoded form: every escape resolved.
-std::wstring uriToDecoded(ComponentKind kind, const ComponentOptions& options,
-                          const std::wstring& uri);
 
 /// IRI form to decoded form: every escape resolved.
 std::wstring iriToDecoded(ComponentKind kind, const ComponentOptions& options,
