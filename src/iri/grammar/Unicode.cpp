@@ -93,32 +93,11 @@ std::wstring codePointsToUtf8Octets(const std::wstring& text) {
     return out;
 }
 
-std::wstring utf8OctetsToCodePoints(const std::wstring& octets) {
-    std::string bytes;
-    bytes.reserve(octets.size());
-    for (const wchar_t octet : octets) {
-        if (octet < 0 || octet > 0xFF) {  // anything above 0xFF cannot be an octet
-            throw std::out_of_range(kInvalidUtf8);
-        }
-        bytes.push_back(static_cast<char>(octet));
-    }
-    return utf8ToCodePoints(bytes);
-}
-
 std::string toAsciiStringAssumingAsciiCodePoints(const std::wstring& text) {
     std::string out;
     out.reserve(text.size());
     for (const wchar_t c : text) {
         out.push_back(static_cast<char>(static_cast<std::uint32_t>(c) & 0xFFu));
-    }
-    return out;
-}
-
-std::string toAsciiStringAssumingAsciiCodePoints(const std::u16string& text) {
-    std::string out;
-    out.reserve(text.size());
-    for (const char16_t c : text) {
-        out.push_back(static_cast<char>(c & 0xFFu));
     }
     return out;
 }

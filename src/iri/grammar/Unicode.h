@@ -28,14 +28,9 @@ std::wstring utf8ToCodePoints(const std::string& bytes);
 /// Code points to their UTF-8 octets, one octet per wide element.
 std::wstring codePointsToUtf8Octets(const std::wstring& text);
 
-/// UTF-8 octets held one per wide element back to code points. Throws std::out_of_range on
-/// invalid UTF-8.
-std::wstring utf8OctetsToCodePoints(const std::wstring& octets);
-
 /// Each element cut to its low eight bits, one byte each; no check. Only for text whose
 /// elements are all below 256.
 std::string toAsciiStringAssumingAsciiCodePoints(const std::wstring& text);
-std::string toAsciiStringAssumingAsciiCodePoints(const std::u16string& text);
 
 /// Result of validateUTF8String.
 struct Utf8Check {
