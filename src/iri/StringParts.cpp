@@ -239,9 +239,6 @@ std::wstring StringParts::getUserInfo(const Encoding& encoding) const {
 std::wstring StringParts::getHost(const Encoding& encoding) const {
     return widen(view(ComponentKind::Host, encoding));
 }
-std::wstring StringParts::getPath(const Encoding& encoding) const {
-    return widen(view(ComponentKind::Path, encoding));
-}
 std::wstring StringParts::getQuery(const Encoding& encoding) const {
     return widen(view(ComponentKind::Query, encoding));
 }
@@ -261,26 +258,6 @@ std::u16string StringParts::authority(const Encoding& encoding) const {
         throw std::runtime_error(std::string(e.what()) + ": Host (in getAuthority)");
     }
     return authority;
-}
-
-std::wstring StringParts::getAuthority(const Encoding& encoding) const {
-    return widen(authority(encoding));
-}
-
-bool StringParts::operator==(const StringParts& other) const {
-    if (isEmpty() && other.isEmpty()) {
-        return true;
-    }
-    for (unsigned k = 0; k < 5; ++k) {
-        const auto kind = static_cast<ComponentKind>(k);
-        if (has(kind) != other.has(kind)) {
-            return false;
-        }
-        if (has(kind) && view(kind, Form::Iri) != other.view(kind, Form::Iri)) {
-            return false;
-        }
-    }
-    return true;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -359,13 +336,6 @@ void StringParts::setSchemePresent(bool present) {
     if (present != ((bits_ & kPathSchemeBit) != 0)) {
         derived_.reset();
         bits_ ^= kPathSchemeBit;
-    }
-}
-
-void StringParts::setQueryAsOctets() {
-    if ((bits_ & kQueryOctetsBit) == 0) {
-        derived_.reset();
-        bits_ |= kQueryOctetsBit;
     }
 }
 

@@ -117,14 +117,12 @@ public:
     /// The same as code points.
     std::wstring getUserInfo(const Encoding& encoding) const;
     std::wstring getHost(const Encoding& encoding) const;
-    std::wstring getPath(const Encoding& encoding) const;
     std::wstring getQuery(const Encoding& encoding) const;
     std::wstring getFragment(const Encoding& encoding) const;
 
     /// User info and "@" when user info is present, then the host. A failure reading the host
     /// gains the further suffix ": Host (in getAuthority)".
     std::u16string authority(const Encoding& encoding) const;
-    std::wstring getAuthority(const Encoding& encoding) const;
 
     /// Stores a component (copied into the buffer) in the given form.
     void set(ComponentKind kind, std::u16string_view value, Form form);
@@ -142,7 +140,6 @@ public:
     void setFragment(std::wstring_view value, const Encoding& encoding);
     /// Tells the path whether a scheme precedes it (its escaping depends on it).
     void setSchemePresent(bool present);
-    void setQueryAsOctets();
 
     /// The scheme and the port text, "" when absent (presence is kept by the owner).
     std::u16string_view scheme() const noexcept { return range(kSchemeRange); }
@@ -186,9 +183,6 @@ public:
     std::u16string_view publishSerialisation(std::size_t index, std::u16string_view value) const {
         return derived_.publish(DerivedCache::kComponentSlots + index, value, buffer_);
     }
-
-    bool operator==(const StringParts& other) const;
-    bool operator!=(const StringParts& other) const { return !(*this == other); }
 
     /// Makes every component absent and the object empty; frees the buffer.
     void reset() noexcept;
