@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <new>
 #include <string>
+#include <utility>
 
 #include "foundation/network/IRI.h"
 
@@ -28,10 +29,10 @@ void operator delete(void* p) noexcept {
         std::free(p);
     }
 }
+// The sized and array forms too, as a sanitizer's runtime may serve them without the above.
 void operator delete(void* p, std::size_t) noexcept {
     operator delete(p);
 }
-// Replaced too, as a sanitizer's runtime may serve arrays without calling the above.
 void* operator new[](std::size_t size) {
     return operator new(size);
 }
@@ -45,19 +46,12 @@ void operator delete[](void* p, std::size_t) noexcept {
 namespace foundation::network {
 namespace {
 
-TEST(IRIFootprint, TheObjectFitsInTwoCacheLines) {
+// The object fits in two cache lines. Blocks still held by one value, after parsing, after the
+// reads that need no derived form (the text, the IRI form of each component) and after a copy: a
+// text of up to seven UTF-16 units is held in the object itself, a longer one in one block.
+TEST(IRIFootprint, AValueFitsTwoCacheLinesAndHoldsAtMostOneBlock) {
     EXPECT_LE(sizeof(IRI), 128u);
-}
-
-// Blocks still held by one value, after parsing and after the reads that need no derived form
-// (the text, the IRI form of each component); a text of up to seven UTF-16 units is held in
-// the object itself.
-TEST(IRIFootprint, AParsedValueHoldsAtMostOneBlock) {
-    struct Case {
-        std::u16string text;
-        std::size_t blocks;
-    };
-    const Case cases[] = {
+    const std::pair<std::u16string, std::size_t> cases[] = {
         {u"", 0},
         {u"a:b", 0},
         {u"http://user@example.org:8080/a/b/../c?q=1#f", 1},
@@ -68,23 +62,18 @@ TEST(IRIFootprint, AParsedValueHoldsAtMostOneBlock) {
     const iri::Encoding iriForm(1);
     // The first parse in a thread sets up the grammar and the thread's conversion buffer.
     static_cast<void>(IRI(u"//h/" + std::u16string(6000, u'a')));
-    for (const auto& c : cases) {
+    for (const auto& [text, blocks] : cases) {
         const std::size_t before = gBlocks;
         {
-            const IRI iri(c.text);
-            const std::size_t parsed = gBlocks - before;
-            EXPECT_EQ(parsed, c.blocks) << "parse";
-            EXPECT_EQ(iri.toString(false), c.text);
+            const IRI iri(text);
+            EXPECT_EQ(gBlocks - before, blocks) << "parse";
+            EXPECT_EQ(iri.toString(false), text);
             static_cast<void>(iri.getPath(iriForm));
-            if (iri.hasHost()) {
-                static_cast<void>(iri.getHost(iriForm));
-            }
-            if (iri.hasQuery()) {
-                static_cast<void>(iri.getQuery(iriForm));
-            }
-            EXPECT_EQ(gBlocks - before, c.blocks) << "reads";
+            static_cast<void>(iri.hasHost() ? iri.getHost(iriForm) : u"");
+            static_cast<void>(iri.hasQuery() ? iri.getQuery(iriForm) : u"");
+            EXPECT_EQ(gBlocks - before, blocks) << "reads";
             const IRI copy(iri);
-            EXPECT_EQ(gBlocks - before, 2 * c.blocks) << "copy";
+            EXPECT_EQ(gBlocks - before, 2 * blocks) << "copy";
         }
         EXPECT_EQ(gBlocks, before);
     }
@@ -93,17 +82,15 @@ TEST(IRIFootprint, AParsedValueHoldsAtMostOneBlock) {
 // Derived forms and serialisations share one block; a form equal to the stored text holds
 // nothing of its own.
 TEST(IRIFootprint, DerivedFormsEqualToTheTextHoldNoCopy) {
-    const IRI ascii(u"http://example.org/a/b?q#f");
-    const std::size_t before = gBlocks;
+    const IRI ascii(u"http://example.org/a/b?q#f"), unicode(u"http://example.org/\u00E9");
+    std::size_t before = gBlocks;
     static_cast<void>(ascii.toAsciiString(false));
     static_cast<void>(ascii.getPath(iri::Encoding(0)));
     static_cast<void>(ascii.getHost(iri::Encoding(3)));
     EXPECT_EQ(gBlocks - before, 1u);
-
-    const IRI unicode(u"http://example.org/\u00E9");
-    const std::size_t start = gBlocks;
+    before = gBlocks;
     static_cast<void>(unicode.toAsciiString(false));
-    EXPECT_EQ(gBlocks - start, 3u);  // the table, the path's URI form, the serialisation
+    EXPECT_EQ(gBlocks - before, 3u);  // the table, the path's URI form, the serialisation
 }
 
 }  // namespace
