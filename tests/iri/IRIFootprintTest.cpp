@@ -49,7 +49,7 @@ namespace {
 // The object fits in two cache lines. Blocks still held by one value, after parsing, after the
 // reads that need no derived form (the text, the IRI form of each component) and after a copy: a
 // text of up to seven UTF-16 units is held in the object itself, a longer one in one block.
-TEST(IRIFootprint, AValueFitsTwoCacheLinesAndHoldsAtMostOneBlock) {
+TEST(IRIFootprint, AValueFitsTwoCacheLinesAndHoldsFewBlocks) {
     EXPECT_LE(sizeof(IRI), 128u);
     const std::pair<std::u16string, std::size_t> cases[] = {
         {u"", 0},
@@ -77,11 +77,8 @@ TEST(IRIFootprint, AValueFitsTwoCacheLinesAndHoldsAtMostOneBlock) {
         }
         EXPECT_EQ(gBlocks, before);
     }
-}
-
-// Derived forms and serialisations share one block; a form equal to the stored text holds
-// nothing of its own.
-TEST(IRIFootprint, DerivedFormsEqualToTheTextHoldNoCopy) {
+    // Derived forms and serialisations share one block; a form equal to the stored text holds
+    // nothing of its own.
     const IRI ascii(u"http://example.org/a/b?q#f"), unicode(u"http://example.org/\u00E9");
     std::size_t before = gBlocks;
     static_cast<void>(ascii.toAsciiString(false));
