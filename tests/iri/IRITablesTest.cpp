@@ -192,11 +192,7 @@ TEST(IRITables, OrderEqualityAndHashFollowTheText) {
         EXPECT_EQ(values.back().toString(false), unescaped(row.fields[1]))
             << where("order.tsv", row);
     }
-    std::vector<const IRI*> pointers;
-    for (const IRI& value : values) {
-        pointers.push_back(&value);
-    }
-    fntest::expectOrderedByText(pointers);
+    fntest::expectOrderedByText(values);
     const std::set<IRI> ordered(values.begin(), values.end());
     EXPECT_EQ(std::unordered_set<IRI>(values.begin(), values.end()).size(), ordered.size());
 }
@@ -299,7 +295,6 @@ TEST(IRI, MegabyteValuesNeedNoDeepStack) {
         expected += u"b/";
     }
     const std::u16string text = u"http://h" + path + u"?" + std::u16string(1u << 19, u'q');
-    bool done = false;
     auto work = [&] {
         const IRI iri(text), badIri(u"s://h" + bad + u"?" + bad.substr(1) + u"#" + bad.substr(1));
         ASSERT_EQ(iri.toString(false), text);
@@ -315,7 +310,6 @@ TEST(IRI, MegabyteValuesNeedNoDeepStack) {
         EXPECT_EQ(resolved.getPath(Encoding(1)), expected);
         (void)iri.makeRelativeTo(IRI(u"http://h/seg/other")).toString(false);
         EXPECT_EQ(iri.hashValue(), IRI(text).hashValue());
-        done = true;
     };
     pthread_attr_t attributes;
     ASSERT_EQ(pthread_attr_init(&attributes), 0);
@@ -328,7 +322,6 @@ TEST(IRI, MegabyteValuesNeedNoDeepStack) {
     ASSERT_EQ(pthread_create(&thread, &attributes, run, &work), 0);
     ASSERT_EQ(pthread_join(thread, nullptr), 0);
     pthread_attr_destroy(&attributes);
-    EXPECT_TRUE(done);
 }
 
 }  // namespace
