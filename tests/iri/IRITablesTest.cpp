@@ -33,10 +33,6 @@ using fntest::utf8;
 using iri::Encoding;
 using iri::detail::IRIAccess;
 
-std::string where(const char* table, const fntest::TableRow& row) {
-    return std::string(table) + ":" + std::to_string(row.line);
-}
-
 // A value of a table: "<none>" for a default-constructed one, "reference @ base" for a resolved
 // one, else a text to parse.
 IRI value(const std::string& field) {
@@ -114,12 +110,11 @@ std::u16string read(const IRI& iri, const std::string& name) {
 }
 
 // Checks the "name=value" fields of a row from `first` on against the value.
-void expectAccessors(const IRI& iri, const fntest::TableRow& row, std::size_t first,
-                     const std::string& at) {
+void expectAccessors(const IRI& iri, const fntest::TableRow& row, std::size_t first) {
     for (std::size_t i = first; i < row.fields.size(); ++i) {
         const std::string& field = row.fields[i];
         const std::size_t equals = field.find('=');
-        ASSERT_NE(equals, std::string::npos) << at << ": " << field;
+        ASSERT_NE(equals, std::string::npos) << row.at << ": " << field;
         const std::string name = field.substr(0, equals);
         std::u16string got;
         try {
@@ -127,31 +122,27 @@ void expectAccessors(const IRI& iri, const fntest::TableRow& row, std::size_t fi
         } catch (const std::exception& e) {
             got = u"!" + fntest::u16(e.what());
         }
-        EXPECT_EQ(utf8(got), utf8(unescaped(field.substr(equals + 1)))) << at << ": " << name;
+        EXPECT_EQ(utf8(got), utf8(unescaped(field.substr(equals + 1)))) << row.at << ": " << name;
     }
 }
 
 TEST(IRITables, Accessors) {
     for (const auto& row : fntest::readTable("iri.tsv", 2)) {
-        const std::string at = where("iri.tsv", row);
-        IRI iri;
         try {
-            iri = value(row.fields[0]);
-        } catch (const std::exception& e) {
-            ASSERT_EQ(row.fields.size(), 2u) << at << ": " << e.what();
-            EXPECT_EQ(row.fields[1], std::string("has=!") + e.what()) << at;
-            continue;
+            const IRI iri = value(row.fields[0]);
+            EXPECT_TRUE(row.fields[0] == "<none>" ||
+                        iri.toString(false) == unescaped(row.fields[0]))
+                << row.at;
+            expectAccessors(iri, row, 1);
+        } catch (const std::exception& e) {  // a row "text	has=!refusal"
+            EXPECT_EQ(row.fields.size() == 2 ? row.fields[1] : "", std::string("has=!") + e.what())
+                << row.at;
         }
-        if (row.fields[0] != "<none>") {
-            EXPECT_EQ(iri.toString(false), unescaped(row.fields[0])) << at;
-        }
-        expectAccessors(iri, row, 1, at);
     }
 }
 
 TEST(IRITables, BuiltFromArgs) {
     for (const auto& row : fntest::readTable("args.tsv", 9)) {
-        const std::string at = where("args.tsv", row);
         IRIArgs args;
         using Setter = IRIArgs& (IRIArgs::*)(const std::u16string&);
         const Setter setters[] = {
@@ -170,18 +161,19 @@ TEST(IRITables, BuiltFromArgs) {
             }
             built = IRI(args);
         } catch (const std::logic_error& e) {
-            EXPECT_EQ(row.fields[8], std::string("!") + e.what()) << at;
+            EXPECT_EQ(row.fields[8], std::string("!") + e.what()) << row.at;
             continue;
         }
-        EXPECT_EQ(utf8(built.toString()), row.fields[8]) << at;
+        EXPECT_EQ(utf8(built.toString()), row.fields[8]) << row.at;
         if (args.schemeChecked || args.queryAsOctets) {
             continue;  // a scheme taken unchecked need not parse; octets see args.tsv
         }
         const IRI parsed(built.toString());
-        EXPECT_TRUE(parsed == built && parsed.hashValue() == built.hashValue()) << at;
-        EXPECT_EQ(IRI(IRIArgs(built)), built) << at << ": taken apart and built again";
-        EXPECT_EQ(IRI(IRIArgs(parsed)), parsed) << at << ": its text taken apart and built again";
-        expectAccessors(built, row, 9, at);
+        EXPECT_TRUE(parsed == built && parsed.hashValue() == built.hashValue()) << row.at;
+        EXPECT_EQ(IRI(IRIArgs(built)), built) << row.at << ": taken apart and built again";
+        EXPECT_EQ(IRI(IRIArgs(parsed)), parsed)
+            << row.at << ": its text taken apart and built again";
+        expectAccessors(built, row, 9);
     }
 }
 
@@ -189,8 +181,7 @@ TEST(IRITables, OrderEqualityAndHashFollowTheText) {
     std::vector<IRI> values;
     for (const auto& row : fntest::readTable("order.tsv", 2)) {
         values.push_back(value(row.fields[0]));
-        EXPECT_EQ(values.back().toString(false), unescaped(row.fields[1]))
-            << where("order.tsv", row);
+        EXPECT_EQ(values.back().toString(false), unescaped(row.fields[1])) << row.at;
     }
     fntest::expectOrderedByText(values);
     const std::set<IRI> ordered(values.begin(), values.end());
@@ -202,8 +193,8 @@ TEST(IRITables, Resolution) {
         const IRI base = value(row.fields[0]);
         const IRI reference = value(row.fields[1]);
         const IRI resolved = reference.resolveAgainst(base);
-        EXPECT_EQ(utf8(resolved.toString(false)), row.fields[2]) << where("resolution.tsv", row);
-        EXPECT_EQ(IRI(resolved.toString(false)), resolved) << where("resolution.tsv", row);
+        EXPECT_EQ(utf8(resolved.toString(false)), row.fields[2]) << row.at;
+        EXPECT_EQ(IRI(resolved.toString(false)), resolved) << row.at;
         EXPECT_EQ(reference.toString(false), value(row.fields[1]).toString(false));
     }
 }
@@ -211,28 +202,27 @@ TEST(IRITables, Resolution) {
 // A fourth field names the kept cases that do not resolve back to the target.
 TEST(IRITables, Relativisation) {
     for (const auto& row : fntest::readTable("relativisation.tsv", 3)) {
-        const std::string at = where("relativisation.tsv", row);
         const IRI target = value(row.fields[0]);
         const IRI base = value(row.fields[1]);
         IRI relative;
         try {
             relative = target.makeRelativeTo(base);
         } catch (const std::logic_error& e) {
-            EXPECT_EQ(row.fields[2], std::string("!") + e.what()) << at;
-            EXPECT_EQ(target, value(row.fields[0])) << at << ": operand changed";
+            EXPECT_EQ(row.fields[2], std::string("!") + e.what()) << row.at;
+            EXPECT_EQ(target, value(row.fields[0])) << row.at << ": operand changed";
             continue;
         }
-        EXPECT_EQ(utf8(relative.toString(false)), row.fields[2]) << at;
+        EXPECT_EQ(utf8(relative.toString(false)), row.fields[2]) << row.at;
         const std::string kept = row.fields.size() > 3 ? row.fields[3] : "";
         const IRI back = IRI(relative.toString(false)).resolveAgainst(base);
         if (kept.empty()) {
-            EXPECT_EQ(relative.resolveAgainst(base), target) << at;
-            EXPECT_EQ(back, target) << at;
+            EXPECT_EQ(relative.resolveAgainst(base), target) << row.at;
+            EXPECT_EQ(back, target) << row.at;
         } else {
-            EXPECT_NE(back, target) << at;
+            EXPECT_NE(back, target) << row.at;
             EXPECT_TRUE(kept == "unreachable" ? fntest::unreachableByResolution(target, base)
                                               : fntest::isOneDotDotTooFew(relative, target, base))
-                << at;
+                << row.at;
         }
     }
 }
@@ -245,8 +235,6 @@ TEST(IRI, CachesFollowCopiesMovesSwapsAssignmentsAndClear) {
     const fntest::Reads formsA = readEverything(IRI(textA)), formsB = readEverything(IRI(textB)),
                         empty = readEverything(IRI());
     EXPECT_TRUE(IRI(u"").isEmpty() && IRI(u"") == IRI() && IRI(u"").hashValue() == 0);
-    EXPECT_NE(formsA, formsB);
-    EXPECT_EQ(std::hash<IRI>{}(IRI(textA)), static_cast<std::size_t>(IRI(textA).hashValue()));
     for (const bool assembled : {false, true}) {
         SCOPED_TRACE(assembled ? "assembled" : "parsed text");
         IRI a(textA), b(textB);
