@@ -95,8 +95,7 @@ TEST_P(IRICorpus, TextsComponentsAndNormalFormsReadBack) {
     all.characters = all.host = true;
     std::size_t changed = 0;
     for (const auto& [line, iri] : parsedLines(GetParam())) {
-        const std::u16string text =
-            iri::detail::codePointsToUtf16(iri::detail::utf8ToCodePoints(line));
+        const std::u16string text = u16(line);
         ASSERT_EQ(iri.toString(false), text) << line;
         IRI assembled(iri);
         IRIAccess::assembleFromParts(IRIAccess::impl(assembled));
@@ -170,7 +169,8 @@ std::vector<IRI> mixedValues() {
 }
 
 // Every value's four texts parse back to the same components in that form; the IRI text to an
-// equal value with the same hash. Over a sample (twins are neighbours) order, equality and hash
+// equal value with the same hash. Over a sample (twins are neighbours, short texts the odd shapes)
+// order, equality and hash
 // follow the text; over the whole mix, an ordered and a hashed set keep the same values.
 TEST(MixedValues, TextsReadBackAndOrderEqualityAndHashFollowTheText) {
     const std::vector<IRI> values = mixedValues();
@@ -186,7 +186,7 @@ TEST(MixedValues, TextsReadBackAndOrderEqualityAndHashFollowTheText) {
             EXPECT_EQ(reads(IRI(written), Encoding(form)), reads(value, Encoding(form))) << text;
             EXPECT_EQ(IRI(written).toStringFromParts(Encoding(form++)), written) << text;
         }
-        if ((&value - values.data()) % 16 < 2) {
+        if ((&value - values.data()) % 16 < 2 || text.size() < 12) {
             sample.push_back(value);
         }
     }

@@ -57,13 +57,13 @@ TEST(IRIFootprint, AValueFitsTwoCacheLinesAndHoldsFewBlocks) {
         {u"http://user@example.org:8080/a/b/../c?q=1#f", 1},
         {u"http://r\u00E9sum\u00E9.example/\U0001F600/%41?\u00E9#x", 1},
         {u"//h/" + std::u16string(5000, u'a'), 1},
-        {u"rel/./a:b/../c", 1},
-    };
+        {u"rel/./a:b/../c", 1}};
     const iri::Encoding iriForm(1);
     // The first parse in a thread sets up the grammar and the thread's conversion buffer.
     static_cast<void>(IRI(u"//h/" + std::u16string(6000, u'a')));
     for (const auto& [text, blocks] : cases) {
         const std::size_t before = gBlocks;
+        SCOPED_TRACE(testing::PrintToString(text));
         {
             const IRI iri(text);
             EXPECT_EQ(gBlocks - before, blocks) << "parse";
