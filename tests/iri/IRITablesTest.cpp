@@ -45,14 +45,9 @@ IRI value(const std::string& field) {
 
 // The steps a name such as "normal+host-path" asks for, over the defaults.
 iri::Normalization steps(const std::string& name) {
-    iri::Normalization how;
-    how.characters = name.find("+characters") != std::string::npos;
-    how.host = name.find("+host") != std::string::npos;
-    how.letterCase = name.find("-case") == std::string::npos;
-    how.percentEncoding = name.find("-percent") == std::string::npos;
-    how.pathSegments = name.find("-path") == std::string::npos;
-    how.schemeBased = name.find("-scheme") == std::string::npos;
-    return how;
+    const auto has = [&name](const char* step) { return name.find(step) != std::string::npos; };
+    return {!has("-case"),   !has("-percent"),   !has("-path"),
+            !has("-scheme"), has("+characters"), has("+host")};
 }
 
 // What the accessor `name` of iri.tsv gives, as UTF-16.
