@@ -16,8 +16,6 @@
 namespace foundation::network {
 namespace {
 
-using fntest::readEverything;
-
 // Runs work(t) for t < n on n threads released together; how many of them returned false.
 int failuresTogether(int n, const std::function<bool(int)>& work) {
     std::atomic<int> ready{0}, failures{0};
@@ -66,26 +64,25 @@ TEST(IRIConcurrency, EveryKindOfUseOfOneFreshValueAgrees) {
           u"urn:isbn:0451450523", u"s://h/\u4E2D\u6587?\u00E9", u"s://h/p/xxxxxxxxxxxxx"}) {
         const IRI lone(text), resolvedTwin = IRI(text).resolveAgainst(lone);
         ASSERT_EQ(resolvedTwin, lone);
-        const fntest::Reads expected = readEverything(lone);
-        const bool less = lone < other;
+        const fntest::Reads expected = fntest::readEverything(lone);
         const IRI resolved = reference.resolveAgainst(lone);
         const std::u16string relative = relativeOrRefusal(other, lone);
         const std::function<bool(const IRI&)> roles[] = {
-            [&](const IRI& shared) { return readEverything(shared) == expected; },
+            [&](const IRI& shared) { return fntest::readEverything(shared) == expected; },
             [&](const IRI& shared) {
                 IRI copy(shared), assigned, swapped;
                 assigned = shared;
                 IRI moved(std::move(copy));
                 swapped.swap(assigned);
-                return readEverything(moved) == expected && moved == shared && swapped == shared &&
-                       assigned.isEmpty() && swapped.toString(false) == text;
+                return fntest::readEverything(moved) == expected && moved == shared &&
+                       swapped == shared && assigned.isEmpty() && swapped.toString(false) == text;
             },
             [&](const IRI& shared) {
                 return shared.hashValue() == lone.hashValue() &&
                        std::hash<IRI>()(shared) == static_cast<std::size_t>(lone.hashValue()) &&
                        shared == lone && shared == resolvedTwin && resolvedTwin == shared &&
-                       !(shared != resolvedTwin) && shared != other && (shared < other) == less &&
-                       !(shared < lone);
+                       !(shared != resolvedTwin) && shared != other &&
+                       (shared < other) == (lone < other) && !(shared < lone);
             },
             [&](const IRI& shared) {
                 return reference.resolveAgainst(shared) == resolved &&

@@ -31,14 +31,13 @@ using fntest::reads;
 using fntest::u16;
 using fntest::utf8;
 using iri::Encoding;
-using iri::detail::IRIAccess;
 
 class IRICorpus : public ::testing::TestWithParam<const char*> {};
 
 // The lines that parse, of a corpus, of the targets of refs.tsv or of 20000 random lines from the
 // characters that matter to the grammar and the encoders. The only corpus lines allowed to fail are
-// those with an empty port
-// ("http://h:/"): the grammar accepts them, but an empty port is no port number.
+// those with an empty port ("http://h:/"): the grammar accepts them, but an empty port is no port
+// number.
 std::vector<std::pair<std::string, IRI>> parsedLines(const std::string& corpus) {
     std::vector<std::string> lines;
     const std::wstring alphabet =
@@ -90,7 +89,6 @@ std::vector<std::pair<std::string, IRI>> parsedLines(const std::string& corpus) 
 // Normalising gives text that reads back to the same value and is a fixed point; with every step,
 // the Unicode and ASCII texts of one line normalise alike.
 TEST_P(IRICorpus, TextsComponentsAndNormalFormsReadBack) {
-    const Encoding decoded(0);
     iri::Normalization all;
     all.characters = all.host = true;
     std::size_t changed = 0;
@@ -98,7 +96,7 @@ TEST_P(IRICorpus, TextsComponentsAndNormalFormsReadBack) {
         const std::u16string text = u16(line);
         ASSERT_EQ(iri.toString(false), text) << line;
         IRI assembled(iri);
-        IRIAccess::assembleFromParts(IRIAccess::impl(assembled));
+        iri::detail::IRIAccess::assembleFromParts(iri::detail::IRIAccess::impl(assembled));
         ASSERT_EQ(assembled.toString(false), text) << line;
         if (GetParam() == std::string("random")) {
             fntest::readEverything(iri);  // no getter fails but by its refusal
@@ -108,11 +106,10 @@ TEST_P(IRICorpus, TextsComponentsAndNormalFormsReadBack) {
             const std::u16string ascii = iri.toAsciiString(strict);
             ASSERT_EQ(IRI(ascii).toAsciiString(strict), ascii) << line;
         }
-        ASSERT_EQ(reads(IRI(IRIArgs(iri)), decoded), reads(iri, decoded)) << line;
+        ASSERT_EQ(reads(IRI(IRIArgs(iri)), Encoding(0)), reads(iri, Encoding(0))) << line;
         for (const iri::Normalization& how : {iri::Normalization{}, all}) {
             const IRI normal = iri.normalize(how);
             ASSERT_EQ(IRI(normal.toString()), normal) << line;
-            ASSERT_EQ(IRI(normal.toString()).toString(), normal.toString()) << line;
             ASSERT_EQ(normal.normalize(how).toString(), normal.toString()) << line;
             ASSERT_EQ(IRI(iri.toAsciiString()).normalize(how).toAsciiString(),
                       normal.toAsciiString())
@@ -162,9 +159,6 @@ std::vector<IRI> mixedValues() {
             pair(fntest::unescaped(row.fields[0]), fntest::unescaped(row.fields[1]));
         }
     }
-    keep([&] { return IRI(IRIArgs().setPath(u"//x")); });
-    keep([&] { return IRI(IRIArgs().setPath(u"//x").setScheme(u"s")); });
-    keep([&] { return IRI(IRIArgs().setPath(u"a:b")); });
     return values;
 }
 
@@ -236,13 +230,11 @@ TEST(UrlCorpus, RelativisedPairsResolveBack) {
                 }
                 ++pairs;
                 const IRI relative = target->makeRelativeTo(*base);
-                if (relative.resolveAgainst(*base) != *target) {
-                    const bool oneTooFew = fntest::isOneDotDotTooFew(relative, *target, *base);
-                    EXPECT_TRUE(oneTooFew)
-                        << utf8(target->toString()) << " against " << utf8(base->toString()) << ": "
-                        << utf8(relative.toString());
-                    kept += oneTooFew ? 1 : 0;
-                }
+                const bool back = relative.resolveAgainst(*base) == *target;
+                kept += back ? 0 : 1;
+                EXPECT_TRUE(back || fntest::isOneDotDotTooFew(relative, *target, *base))
+                    << utf8(target->toString()) << " against " << utf8(base->toString()) << ": "
+                    << utf8(relative.toString());
             }
         }
     }

@@ -9,11 +9,7 @@
 
 #include "foundation/network/IRI.h"
 
-namespace {
-
-std::size_t gBlocks = 0;  // blocks allocated and not yet freed
-
-}  // namespace
+static std::size_t gBlocks = 0;  // blocks allocated and not yet freed
 
 void* operator new(std::size_t size) {
     void* p = std::malloc(size == 0 ? 1 : size);

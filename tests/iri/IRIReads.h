@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -18,9 +19,8 @@ using foundation::network::iri::Encoding;
 using Reads = std::vector<std::optional<std::u16string>>;
 
 // Scheme, port, user info, host, path, query, fragment, authority, scheme-specific part and the
-// text from the parts, in `form`; an absent part (its getter throws) as nullopt.
-inline Reads reads(const IRI& iri, const Encoding& form) {
-    Reads out;
+// text from the parts, in `form`, after `out`; an absent part (its getter throws) as nullopt.
+inline Reads reads(const IRI& iri, const Encoding& form, Reads out = {}) {
     const auto add = [&out](const std::function<std::u16string()>& get) {
         try {
             out.emplace_back(get());
@@ -42,12 +42,10 @@ inline Reads reads(const IRI& iri, const Encoding& form) {
 inline Reads readEverything(const IRI& iri) {
     Reads out;
     for (unsigned form : {3u, 0u, 4u, 1u, 2u}) {
-        const Reads some = reads(iri, Encoding(form));
-        out.insert(out.end(), some.begin(), some.end());
+        out = reads(iri, Encoding(form), std::move(out));
     }
-    for (const bool strict : {true, false}) {
-        out.insert(out.end(), {iri.toString(strict), iri.toAsciiString(strict)});
-    }
+    out.insert(out.end(), {iri.toString(true), iri.toAsciiString(true), iri.toString(false),
+                           iri.toAsciiString(false)});
     out.emplace_back(u16(std::to_string(iri.hashValue())));
     return out;
 }

@@ -27,11 +27,9 @@
 namespace foundation::network {
 namespace {
 
-using fntest::readEverything;
 using fntest::unescaped;
 using fntest::utf8;
 using iri::Encoding;
-using iri::detail::IRIAccess;
 
 // A value of a table: "<none>" for a default-constructed one, "reference @ base" for a resolved
 // one, else a text to parse.
@@ -68,17 +66,15 @@ std::u16string read(const IRI& iri, const std::string& name) {
         return (iri.*component->second)(form);
     }
     if (name == "has") {
-        std::u16string has;
+        EXPECT_EQ(iri.isAbsolute(), iri.hasScheme());
         const bool flags[] = {iri.hasScheme(),   iri.hasAuthority(),    iri.hasUserInfo(),
                               iri.hasHost(),     iri.hasPort(),         iri.hasQuery(),
                               iri.hasFragment(), iri.hasAbsolutePath(), iri.isOpaque(),
                               iri.isEmpty()};
+        std::u16string has;
         for (std::size_t i = 0; i < std::size(flags); ++i) {
-            if (flags[i]) {
-                has += u"sauhpqf/oe"[i];
-            }
+            has += flags[i] ? std::u16string(1, u"sauhpqf/oe"[i]) : u"";
         }
-        EXPECT_EQ(iri.isAbsolute(), iri.hasScheme());
         return has;
     }
     if (name.rfind("normal", 0) == 0) {
@@ -182,10 +178,10 @@ TEST(IRITables, OrderEqualityAndHashFollowTheText) {
 
 TEST(IRITables, Resolution) {
     for (const auto& row : fntest::readTable("resolution.tsv", 3)) {
-        const IRI base = value(row.fields[0]), reference = value(row.fields[1]);
-        const IRI resolved = reference.resolveAgainst(base);
+        const IRI base = value(row.fields[0]), reference = value(row.fields[1]),
+                  resolved = reference.resolveAgainst(base);
         EXPECT_EQ(utf8(resolved.toString(false)), row.fields[2]) << row.at;
-        EXPECT_EQ(IRI(resolved.toString(false)), resolved) << row.at;
+        EXPECT_TRUE(IRI(resolved.toString(false)) == resolved) << row.at << ": read back";
         EXPECT_EQ(reference.toString(false), value(row.fields[1]).toString(false));
     }
 }
@@ -219,22 +215,23 @@ TEST(IRITables, Relativisation) {
 // copied, so an assignment also meets a source whose hash was never computed.
 TEST(IRI, CachesFollowCopiesMovesSwapsAssignmentsAndClear) {
     const std::u16string textA = u"http://a.example/\u00E9?x#%", textB = u"ftp://b.example/\u00FC";
-    const fntest::Reads formsA = readEverything(IRI(textA)), formsB = readEverything(IRI(textB)),
-                        empty = readEverything(IRI());
+    const fntest::Reads formsA = fntest::readEverything(IRI(textA)),
+                        formsB = fntest::readEverything(IRI(textB)),
+                        empty = fntest::readEverything(IRI());
     EXPECT_TRUE(IRI(u"").isEmpty() && IRI(u"") == IRI() && IRI(u"").hashValue() == 0);
     for (const bool assembled : {false, true}) {
         SCOPED_TRACE(assembled ? "assembled" : "parsed text");
         IRI a(textA), b(textB);
         for (IRI* value : {&a, &b}) {
             if (assembled) {
-                IRIAccess::assembleFromParts(IRIAccess::impl(*value));
+                iri::detail::IRIAccess::assembleFromParts(iri::detail::IRIAccess::impl(*value));
             }
             for (unsigned e = 0; e < 5; ++e) {
                 value->toStringFromParts(Encoding(e));
             }
         }
         IRI copy(a);
-        EXPECT_EQ(readEverything(copy), formsA) << "copied";
+        EXPECT_EQ(fntest::readEverything(copy), formsA) << "copied";
         IRI moved(std::move(copy));
         using Step =
             std::tuple<const char*, std::function<void()>, const IRI*, const fntest::Reads*>;
@@ -253,7 +250,7 @@ TEST(IRI, CachesFollowCopiesMovesSwapsAssignmentsAndClear) {
             {"swapped with empty", [] {}, &moved, &formsA}};
         for (const auto& [step, act, value, forms] : steps) {
             act();
-            EXPECT_EQ(readEverything(*value), *forms) << step;
+            EXPECT_EQ(fntest::readEverything(*value), *forms) << step;
         }
     }
 }
@@ -275,7 +272,6 @@ TEST(IRI, MegabyteValuesNeedNoDeepStack) {
         ASSERT_EQ(iri.toString(false), text);
         EXPECT_EQ(iri.toString(true), text);
         EXPECT_GT(iri.toAsciiString(true).size(), text.size());
-        EXPECT_EQ(IRI(iri.toAsciiString(false)), IRI(iri.toAsciiString(false)));
         EXPECT_EQ(iri.getPath(Encoding(0)).size(), path.size() - 2 * (path.size() / 16));
         EXPECT_EQ(badIri.getPath(Encoding(0)).size(), 40000u * 6);
         EXPECT_EQ(badIri.getPath(Encoding(3)).size(), 40000u * 16);
