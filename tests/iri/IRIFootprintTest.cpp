@@ -5,14 +5,11 @@
 #include <cstdlib>
 #include <new>
 #include <string>
+#include <utility>
 
 #include "foundation/network/IRI.h"
 
-namespace {
-
-std::size_t gBlocks = 0;  // blocks allocated and not yet freed
-
-}  // namespace
+static std::size_t gBlocks = 0;  // blocks allocated and not yet freed
 
 void* operator new(std::size_t size) {
     void* p = std::malloc(size == 0 ? 1 : size);
@@ -28,10 +25,10 @@ void operator delete(void* p) noexcept {
         std::free(p);
     }
 }
+// The sized and array forms too, as a sanitizer's runtime may serve them without the above.
 void operator delete(void* p, std::size_t) noexcept {
     operator delete(p);
 }
-// Replaced too, as a sanitizer's runtime may serve arrays without calling the above.
 void* operator new[](std::size_t size) {
     return operator new(size);
 }
@@ -45,65 +42,47 @@ void operator delete[](void* p, std::size_t) noexcept {
 namespace foundation::network {
 namespace {
 
-TEST(IRIFootprint, TheObjectFitsInTwoCacheLines) {
+// The object fits in two cache lines. Blocks still held by one value, after parsing, after the
+// reads that need no derived form (the text, the IRI form of each component) and after a copy: a
+// text of up to seven UTF-16 units is held in the object itself, a longer one in one block.
+TEST(IRIFootprint, AValueFitsTwoCacheLinesAndHoldsFewBlocks) {
     EXPECT_LE(sizeof(IRI), 128u);
-}
-
-// Blocks still held by one value, after parsing and after the reads that need no derived form
-// (the text, the IRI form of each component); a text of up to seven UTF-16 units is held in
-// the object itself.
-TEST(IRIFootprint, AParsedValueHoldsAtMostOneBlock) {
-    struct Case {
-        std::u16string text;
-        std::size_t blocks;
-    };
-    const Case cases[] = {
+    const std::pair<std::u16string, std::size_t> cases[] = {
         {u"", 0},
         {u"a:b", 0},
         {u"http://user@example.org:8080/a/b/../c?q=1#f", 1},
         {u"http://r\u00E9sum\u00E9.example/\U0001F600/%41?\u00E9#x", 1},
         {u"//h/" + std::u16string(5000, u'a'), 1},
-        {u"rel/./a:b/../c", 1},
-    };
+        {u"rel/./a:b/../c", 1}};
     const iri::Encoding iriForm(1);
     // The first parse in a thread sets up the grammar and the thread's conversion buffer.
     static_cast<void>(IRI(u"//h/" + std::u16string(6000, u'a')));
-    for (const auto& c : cases) {
+    for (const auto& [text, blocks] : cases) {
+        SCOPED_TRACE(testing::PrintToString(text));
         const std::size_t before = gBlocks;
         {
-            const IRI iri(c.text);
-            const std::size_t parsed = gBlocks - before;
-            EXPECT_EQ(parsed, c.blocks) << "parse";
-            EXPECT_EQ(iri.toString(false), c.text);
-            static_cast<void>(iri.getPath(iriForm));
-            if (iri.hasHost()) {
-                static_cast<void>(iri.getHost(iriForm));
-            }
-            if (iri.hasQuery()) {
-                static_cast<void>(iri.getQuery(iriForm));
-            }
-            EXPECT_EQ(gBlocks - before, c.blocks) << "reads";
+            const IRI iri(text);
+            EXPECT_EQ(gBlocks - before, blocks) << "parse";
+            EXPECT_EQ(iri.toString(false), text);
+            static_cast<void>(iri.getPath(iriForm) + (iri.hasHost() ? iri.getHost(iriForm) : u"") +
+                              (iri.hasQuery() ? iri.getQuery(iriForm) : u""));
+            EXPECT_EQ(gBlocks - before, blocks) << "reads";
             const IRI copy(iri);
-            EXPECT_EQ(gBlocks - before, 2 * c.blocks) << "copy";
+            EXPECT_EQ(gBlocks - before, 2 * blocks) << "copy";
         }
         EXPECT_EQ(gBlocks, before);
     }
-}
-
-// Derived forms and serialisations share one block; a form equal to the stored text holds
-// nothing of its own.
-TEST(IRIFootprint, DerivedFormsEqualToTheTextHoldNoCopy) {
-    const IRI ascii(u"http://example.org/a/b?q#f");
-    const std::size_t before = gBlocks;
+    // Derived forms and serialisations share one block; a form equal to the stored text holds
+    // nothing of its own.
+    const IRI ascii(u"http://example.org/a/b?q#f"), unicode(u"http://example.org/\u00E9");
+    std::size_t before = gBlocks;
     static_cast<void>(ascii.toAsciiString(false));
     static_cast<void>(ascii.getPath(iri::Encoding(0)));
     static_cast<void>(ascii.getHost(iri::Encoding(3)));
     EXPECT_EQ(gBlocks - before, 1u);
-
-    const IRI unicode(u"http://example.org/\u00E9");
-    const std::size_t start = gBlocks;
+    before = gBlocks;
     static_cast<void>(unicode.toAsciiString(false));
-    EXPECT_EQ(gBlocks - start, 3u);  // the table, the path's URI form, the serialisation
+    EXPECT_EQ(gBlocks - before, 3u);  // the table, the path's URI form, the serialisation
 }
 
 }  // namespace

@@ -17,6 +17,7 @@ namespace fntest {
 struct TableRow {
     std::size_t line = 0;             ///< its line number, for messages
     std::vector<std::string> fields;  ///< as written (UTF-8)
+    std::string at;                   ///< "table:line", for messages
 };
 
 /// The cases of tests/data/`name`, each with at least `minFields` fields. Throws when the file is
@@ -33,7 +34,7 @@ inline std::vector<TableRow> readTable(const std::string& name, std::size_t minF
         if (text.empty() || text[0] == '#') {
             continue;
         }
-        TableRow row{number, {}};
+        TableRow row{number, {}, name + ":" + std::to_string(number)};
         std::size_t start = 0;
         for (std::size_t tab = text.find('\t'); tab != std::string::npos;
              start = tab + 1, tab = text.find('\t', start)) {
