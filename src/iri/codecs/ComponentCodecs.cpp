@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "iri/Utf16.h"
 #include "iri/codecs/DoNotDecodeSets.h"
 #include "iri/codecs/PercentDecoder.h"
 #include "iri/codecs/PercentEncoders.h"
@@ -56,18 +57,14 @@ std::wstring decodeKeepingInvalidEscaped(const std::string& bytes) {
         if (length == 0 || i + length > bytes.size()) {
             length = 1;
         }
-        bool decoded = false;
-        if (length > 1) {
-            try {
-                const std::wstring one = utf8ToCodePoints(bytes.substr(i, length));
-                if (one.size() == 1 && isScalarValue(one[0])) {
-                    out += one;
-                    decoded = true;
-                }
-            } catch (const std::out_of_range&) {
-            }
-        }
-        if (!decoded) {
+        // The strict decoder takes one well-formed sequence, which is one scalar value.
+        std::u16string one;
+        const bool decoded =
+            length > 1 && text::utf8ToUtf16(std::string_view(bytes).substr(i, length), one,
+                                            false) == text::kWhole;
+        if (decoded) {
+            out += widen(one);
+        } else {
             for (std::size_t k = 0; k < length; ++k) {
                 appendEscapedByte(out, static_cast<unsigned char>(bytes[i + k]));
             }
