@@ -24,7 +24,9 @@ template <class Decoder, class Iterator>
     for (Decoder it(first, first, last); it != end; ++it) {
         static_cast<void>(*it);
     }
-    throw std::out_of_range(kInvalidUtf8);  // not reached: Boost refuses what ICU refuses
+    // Boost reads a lead byte 0xF8 to 0xFF as a four-byte lead and may accept what follows; such
+    // a byte is never UTF-8 and gets the text Boost gives every bad sequence.
+    throw std::out_of_range(kInvalidUtf8);
 }
 
 bool isWellFormedUtf8(std::string_view bytes, std::u16string& scratch) {
