@@ -106,8 +106,7 @@ void TemplateIRI<String>::setStringParts(const Found& found, typename Found::Ite
         parts.setPortRange(offset(found.port.first), offset(found.port.last));
     }
     // Looked for on first use: most parsed values are never resolved or made relative.
-    dotSegments.store(flags.pathEmpty ? DotSegments::No : DotSegments::Unknown,
-                      std::memory_order_relaxed);
+    pathFacts.store(flags.pathEmpty ? kEmptyPathFacts : 0, std::memory_order_relaxed);
 }
 
 template void TemplateIRI<std::wstring>::parse(const std::u16string&);

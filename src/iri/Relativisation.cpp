@@ -21,10 +21,6 @@ namespace {
 
 using core::except::detail::AnonymousInternalException;
 
-bool hasEmptySegment(std::u16string_view path) {
-    return findUnitPair(path, u'/') != std::u16string_view::npos;
-}
-
 [[noreturn]] void refuse(const char* message) {
     throw AnonymousInternalException<std::logic_error>(message);
 }
@@ -43,11 +39,11 @@ std::u16string TemplateIRI<String>::getRelativePath(const TemplateIRI& base) con
     std::u16string pathWithoutDots;
     std::u16string_view basePath = base.parts.storedPath(Form::Iri);
     std::u16string_view path = parts.storedPath(Form::Iri);
-    if (containsDotSegments(basePath)) {
+    if (base.pathScanFindsDotSegments()) {
         basePathWithoutDots = removeRelativePathSegments(basePath, base.flags.absolutePath);
         basePath = basePathWithoutDots;
     }
-    if (containsDotSegments(path)) {
+    if (pathScanFindsDotSegments()) {
         pathWithoutDots = removeRelativePathSegments(path, flags.absolutePath);
         path = pathWithoutDots;
     }
@@ -134,14 +130,8 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     }
     // Only the authority keeps a path beginning "//" from being read as one.
     const bool pathLooksLikeAuthority = path.substr(0, 2) == u"//";
-    // Whether either path holds an empty segment, looked for once.
-    auto emptySegments = [&, known = false, answer = false]() mutable {
-        if (!known) {
-            answer = hasEmptySegment(path) || hasEmptySegment(basePath);
-            known = true;
-        }
-        return answer;
-    };
+    // Whether either path holds an empty segment (each value keeps its answer).
+    const auto emptySegments = [&] { return a.pathHasEmptySegment() || b.pathHasEmptySegment(); };
     if (authorityDiffers ||
         (a.flags.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
         t.takeAuthorityFrom(a, taken);

@@ -97,12 +97,12 @@ TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other) noexcep
 template <class String>
 TemplateIRI<String>::~TemplateIRI() = default;
 
-// The flags and the dot-segment answer; the other atomics, the parts and the hash are handled
+// The flags and the path's facts; the other atomics, the parts and the hash are handled
 // by each caller.
 template <class String>
 void TemplateIRI<String>::copyFlags(const TemplateIRI& other) noexcept {
     flags = other.flags;
-    dotSegments.store(other.dotSegments.load(std::memory_order_relaxed), std::memory_order_relaxed);
+    pathFacts.store(other.pathFacts.load(std::memory_order_relaxed), std::memory_order_relaxed);
 }
 
 template <class String>
@@ -116,7 +116,7 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept {
     swapRelaxed(hash, other.hash);
     parts.swap(other.parts);
     std::swap(portNumber, other.portNumber);
-    swapRelaxed(dotSegments, other.dotSegments);
+    swapRelaxed(pathFacts, other.pathFacts);
     std::swap(flags, other.flags);
 }
 
@@ -132,7 +132,7 @@ void TemplateIRI<String>::clearFields() noexcept {
     parts.reset();
     portNumber = 0;
     flags = Flags();
-    dotSegments.store(DotSegments::No, std::memory_order_relaxed);
+    pathFacts.store(kEmptyPathFacts, std::memory_order_relaxed);
     hashKnown.store(false, std::memory_order_relaxed);
     hash.store(0, std::memory_order_relaxed);
 }

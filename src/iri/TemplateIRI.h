@@ -15,6 +15,7 @@
 #include "foundation/network/Encoding.h"
 #include "foundation/network/IRIArgs.h"
 #include "iri/StringParts.h"
+#include "iri/Utf16.h"
 #include "iri/grammar/Parts.h"
 #include "iri/path/PathSegments.h"
 
@@ -133,21 +134,28 @@ public:
     /// Whether the path holds a dot segment (as containsDotSegments sees them) for resolution and
     /// relativisation; a resolution's result never does.
     bool pathHasDotSegments() const noexcept {
-        DotSegments known = dotSegments.load(std::memory_order_relaxed);
-        if (known == DotSegments::Unknown) {
-            // Any thread may find it; all find the same.
-            known = containsDotSegments(parts.storedPath(Form::Iri)) ? DotSegments::Yes
-                                                                     : DotSegments::No;
-            dotSegments.store(known, std::memory_order_relaxed);
+        const std::uint8_t known = pathFacts.load(std::memory_order_relaxed);
+        if ((known & kDotsSet) != 0) {
+            return (known & kDotsSetFound) != 0;
         }
-        return known == DotSegments::Yes;
+        return pathScanFindsDotSegments();
     }
-    /// Leaves the dot-segment answer to the first pathHasDotSegments() (a new path).
-    void forgetPathDotSegments() noexcept {
-        dotSegments.store(DotSegments::Unknown, std::memory_order_relaxed);
+    /// What containsDotSegments answers for the stored path itself, looked for once.
+    bool pathScanFindsDotSegments() const noexcept {
+        return pathFact(kDotsScanned, kDotsFound,
+                        [](std::u16string_view path) { return containsDotSegments(path); });
     }
+    /// Whether the stored path holds an empty segment (a "//"), looked for once.
+    bool pathHasEmptySegment() const noexcept {
+        return pathFact(kEmptyScanned, kEmptyFound, [](std::u16string_view path) {
+            return findUnitPair(path, u'/') != std::u16string_view::npos;
+        });
+    }
+    /// Leaves every answer about the path to its first use (a new path).
+    void forgetPathDotSegments() noexcept { pathFacts.store(0, std::memory_order_relaxed); }
+    /// Sets the answer pathHasDotSegments() gives, whatever a scan would find.
     void setPathHasDotSegments(bool value) noexcept {
-        dotSegments.store(value ? DotSegments::Yes : DotSegments::No, std::memory_order_relaxed);
+        pathFacts.store(kDotsSet | (value ? kDotsSetFound : 0), std::memory_order_relaxed);
     }
 
 private:
@@ -204,10 +212,29 @@ private:
         bool queryOption : 1 = false;
     };
     Flags flags;
-    // Whether the path holds a dot segment that containsDotSegments sees: found on first use
-    // for a parsed value, set when a value is made (and never for a resolution's result).
-    enum class DotSegments : std::uint8_t { Unknown, No, Yes };
-    mutable std::atomic<DotSegments> dotSegments{DotSegments::No};
+    // What is known of the path: the answers of the two scans, each found on first use (any
+    // thread may find it; all find the same), and the dot-segment answer where it was set
+    // rather than scanned (a resolution's result, a built value).
+    static constexpr std::uint8_t kDotsScanned = 1u << 0;
+    static constexpr std::uint8_t kDotsFound = 1u << 1;
+    static constexpr std::uint8_t kDotsSet = 1u << 2;
+    static constexpr std::uint8_t kDotsSetFound = 1u << 3;
+    static constexpr std::uint8_t kEmptyScanned = 1u << 4;
+    static constexpr std::uint8_t kEmptyFound = 1u << 5;
+    // The facts of an empty path.
+    static constexpr std::uint8_t kEmptyPathFacts = kDotsScanned | kEmptyScanned;
+    template <class Scan>
+    bool pathFact(std::uint8_t scanned, std::uint8_t found, Scan scan) const noexcept {
+        const std::uint8_t known = pathFacts.load(std::memory_order_relaxed);
+        if ((known & scanned) != 0) {
+            return (known & found) != 0;
+        }
+        const bool answer = scan(parts.storedPath(Form::Iri));
+        pathFacts.fetch_or(static_cast<std::uint8_t>(scanned | (answer ? found : 0)),
+                           std::memory_order_relaxed);
+        return answer;
+    }
+    mutable std::atomic<std::uint8_t> pathFacts{kEmptyPathFacts};
     mutable std::atomic<bool> hashKnown{false};
     mutable std::once_flag hashOnce;
     mutable std::atomic<std::uint64_t> hash{0};

@@ -42,17 +42,14 @@ std::size_t firstSegmentEnd(std::u16string_view path) {
     return end == std::u16string_view::npos ? n : end;
 }
 
-std::size_t segmentEnd(std::u16string_view path, std::size_t start) {
-    const std::size_t end = findUnit(path, u'/', start + 1);
-    return end == std::u16string_view::npos ? path.size() : end;
+// The number of segments of a non-empty path whose first segment ends at `first`.
+std::size_t segmentCount(std::u16string_view path, std::size_t first) {
+    return 1 + static_cast<std::size_t>(std::count(path.begin() + first, path.end(), u'/'));
 }
 
-std::size_t segmentCount(std::u16string_view path) {
-    if (path.empty()) {
-        return 0;
-    }
-    const std::size_t first = firstSegmentEnd(path);
-    return 1 + static_cast<std::size_t>(std::count(path.begin() + first, path.end(), u'/'));
+// Whether `at` ends a segment of `path`: a "/" or the end of the text.
+bool endsSegment(std::u16string_view path, std::size_t at) {
+    return at == path.size() || path[at] == u'/';
 }
 
 std::u16string relativePathUnguarded(std::u16string_view target, bool targetAbsolute,
@@ -60,10 +57,11 @@ std::u16string relativePathUnguarded(std::u16string_view target, bool targetAbso
     if (sameUnits(target, base)) {
         return {};
     }
-    const std::size_t baseCount = segmentCount(base);
-    if (baseCount == 0) {
+    if (base.empty()) {
         return std::u16string(target);
     }
+    const std::size_t baseFirst = firstSegmentEnd(base);
+    const std::size_t baseCount = segmentCount(base, baseFirst);
     // A base of one absolute segment: the target without its leading "/" merges back onto
     // the root.
     if (baseCount == 1 && startsWithSlash(base) && startsWithSlash(target)) {
@@ -71,21 +69,28 @@ std::u16string relativePathUnguarded(std::u16string_view target, bool targetAbso
         return std::u16string(target == u"/" ? target : target.substr(1));
     }
 
-    // Shared leading segments; the last segment of the shorter list never counts.
-    const std::size_t n = std::min(baseCount, segmentCount(target));
+    // Shared leading segments; the last segment of the shorter list never counts. Equal
+    // segments end at the same offset, so after the first one both paths are walked together.
+    const std::size_t targetFirst = target.empty() ? 0 : firstSegmentEnd(target);
+    const std::size_t n =
+        std::min(baseCount, target.empty() ? 0 : segmentCount(target, targetFirst));
     std::size_t shared = 0;
     std::size_t targetStart = 0;
-    if (n >= 2) {
-        std::size_t targetEnd = firstSegmentEnd(target);
-        std::size_t baseStart = 0;
-        std::size_t baseEnd = firstSegmentEnd(base);
-        while (shared < n - 1 && sameUnits(target.substr(targetStart, targetEnd - targetStart),
-                                           base.substr(baseStart, baseEnd - baseStart))) {
+    if (n >= 2 && targetFirst == baseFirst &&
+        sameUnits(target.substr(0, targetFirst), base.substr(0, baseFirst))) {
+        shared = 1;
+        targetStart = targetFirst;
+        const std::size_t common = std::min(target.size(), base.size());
+        while (shared < n - 1) {
+            std::size_t i = targetStart + 1;  // past the segment's "/"
+            while (i < common && target[i] == base[i] && target[i] != u'/') {
+                ++i;
+            }
+            if (!endsSegment(target, i) || !endsSegment(base, i)) {
+                break;
+            }
             ++shared;
-            targetStart = targetEnd;
-            targetEnd = segmentEnd(target, targetStart);
-            baseStart = baseEnd;
-            baseEnd = segmentEnd(base, baseStart);
+            targetStart = i;
         }
     }
 
