@@ -1,25 +1,12 @@
 // The public forwards of building, resolution, relativisation, comparison and hashing.
 #include <new>
-#include <utility>
 
 #include "foundation/network/IRI.h"
 #include "foundation/network/IRIArgs.h"
 #include "iri/IRIAccess.h"
 
 namespace foundation::network {
-namespace {
-
 using iri::detail::IRIAccess;
-
-// An IRI holding `value`, moved in place (cheaper than assigning into an empty one).
-IRI holding(IRIAccess::Impl&& value) noexcept {
-    IRI result;
-    IRIAccess::impl(result).~TemplateIRI();
-    ::new (IRIAccess::storage(result)) IRIAccess::Impl(std::move(value));
-    return result;
-}
-
-}  // namespace
 
 IRI::IRI(const IRIArgs& args) {
     ::new (IRIAccess::storage(*this)) IRIAccess::Impl(args);
@@ -33,12 +20,17 @@ IRIArgs::IRIArgs(const IRI& iri) {
     iri.toArgs(*this);
 }
 
+// Both write straight into the value returned.
 IRI IRI::resolveAgainst(const IRI& base) const {
-    return holding(IRIAccess::impl(*this).doResolve(IRIAccess::impl(base)));
+    IRI result;
+    IRIAccess::impl(*this).resolveInto(IRIAccess::impl(base), IRIAccess::impl(result));
+    return result;
 }
 
 IRI IRI::makeRelativeTo(const IRI& base) const {
-    return holding(IRIAccess::impl(*this).doRelativise(IRIAccess::impl(base)));
+    IRI result;
+    IRIAccess::impl(*this).relativiseInto(IRIAccess::impl(base), IRIAccess::impl(result));
+    return result;
 }
 
 bool IRI::operator==(const IRI& other) const {

@@ -1,4 +1,4 @@
-// Relativisation: the inverse of resolution. A.doRelativise(B) is a reference R such that
+// Relativisation: the inverse of resolution. A relativised against B is a reference R such that
 // resolving R against B gives A back, with one kept exception (a base path not ending in "/"
 // that lies two or more directories below the shared prefix gets one ".." too few).
 //
@@ -51,7 +51,7 @@ std::u16string TemplateIRI<String>::getRelativePath(const TemplateIRI& base) con
 }
 
 template <class String>
-TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) const {
+void TemplateIRI<String>::relativiseInto(const TemplateIRI& base, TemplateIRI& t) const {
     const TemplateIRI& a = *this;
     const TemplateIRI& b = base;
 
@@ -64,10 +64,10 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
 
     // A different scheme: only A itself resolves to A.
     if (a.flags.schemePresent && (!b.flags.schemePresent || a.schemeText() != b.schemeText())) {
-        return a;
+        t.becomeCopyOf(a);
+        return;
     }
 
-    TemplateIRI t;
     Assembly taken;
     const auto setPath = [&](std::u16string path) {
         keepPathReadable(path, t.flags.schemePresent, t.flags.hostPresent);
@@ -79,7 +79,6 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     const auto finish = [&] {
         t.takeFragmentFrom(a, taken);
         t.finishFlags(taken);
-        return std::move(t);
     };
 
     // The scheme-specific parts and authorities are compared component by component rather
@@ -103,7 +102,8 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     // Same resource: only A's fragment remains.
     if (a.schemeText() == b.schemeText() && a.flags.authorityPresent == b.flags.authorityPresent &&
         (!a.flags.authorityPresent || sameAuthority) && sameUnits(path, basePath) && sameQuery) {
-        return finish();
+        finish();
+        return;
     }
 
     if (!a.flags.schemePresent) {
@@ -123,10 +123,12 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         a.flags.pathEmpty &&
         (!b.flags.pathEmpty || (b.flags.queryPresent && !a.flags.queryPresent));
     if (!a.flags.authorityPresent && b.flags.authorityPresent) {
-        return a;  // A has a scheme here: it stands as it is.
+        t.becomeCopyOf(a);  // A has a scheme here: it stands as it is.
+        return;
     }
     if (a.flags.schemePresent && !a.flags.authorityPresent && emptyPathNeedsMore) {
-        return a;
+        t.becomeCopyOf(a);
+        return;
     }
     // Only the authority keeps a path beginning "//" from being read as one.
     const bool pathLooksLikeAuthority = path.substr(0, 2) == u"//";
@@ -138,7 +140,8 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
         setPath(std::u16string(path));
         t.setPathHasDotSegments(a.pathHasDotSegments());
         t.takeQueryFrom(a, taken);
-        return finish();
+        finish();
+        return;
     }
 
     // Same authority or none on both sides.
@@ -150,7 +153,8 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
             refuse("Cannot make relative to base as base has query but this does not");
         }
         t.takeQueryFrom(a, taken);
-        return finish();
+        finish();
+        return;
     }
 
     if (!a.flags.pathEmpty) {
@@ -185,7 +189,8 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
                 candidate.takeFragmentFrom(a, candidateParts);
                 candidate.finishFlags(candidateParts);
                 if (!(candidate.doResolve(b) == a)) {
-                    return a;
+                    t.becomeCopyOf(a);
+                    return;
                 }
             }
         }
@@ -195,12 +200,11 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(const TemplateIRI& base) c
     if (a.flags.queryPresent && (!sameQuery || !t.flags.pathEmpty)) {
         t.takeQueryFrom(a, taken);
     }
-    return finish();
+    finish();
 }
 
 template std::u16string TemplateIRI<std::wstring>::getMinimalRelativePath() const;
 template std::u16string TemplateIRI<std::wstring>::getRelativePath(const TemplateIRI&) const;
-template TemplateIRI<std::wstring> TemplateIRI<std::wstring>::doRelativise(
-    const TemplateIRI&) const;
+template void TemplateIRI<std::wstring>::relativiseInto(const TemplateIRI&, TemplateIRI&) const;
 
 }  // namespace foundation::network::iri::detail

@@ -28,15 +28,15 @@ std::u16string TemplateIRI<String>::resolvePathComponents(SegmentList& segments,
 }
 
 template <class String>
-TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) const {
+void TemplateIRI<String>::resolveInto(const TemplateIRI& base, TemplateIRI& t) const {
     const TemplateIRI& r = *this;
     const TemplateIRI& b = base;
-    TemplateIRI t;
     Assembly taken;
 
     if (r.empty.load()) {
         if (!b.flags.fragmentPresent) {
-            return b;
+            t.becomeCopyOf(b);
+            return;
         }
         // The base without its fragment.
         if (b.flags.schemePresent) {
@@ -49,7 +49,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
         t.flags.absolutePath = b.flags.absolutePath;
         t.setPathHasDotSegments(b.pathHasDotSegments());
         t.finishFlags(taken);
-        return t;
+        return;
     }
 
     // One absolute flag for every path computed below, in every branch; kept deliberately, so
@@ -147,7 +147,6 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(const TemplateIRI& base) cons
     t.flags.absolutePath = startsWithSlash(path);
     taken.path = std::move(path);
     t.finishFlags(taken);
-    return t;
 }
 
 // The text, written once from the components taken, then the flags that follow from them:
@@ -167,7 +166,7 @@ void TemplateIRI<String>::finishFlags(const Assembly& assembly) {
 }
 
 template std::u16string TemplateIRI<std::wstring>::resolvePathComponents(SegmentList&, bool) const;
-template TemplateIRI<std::wstring> TemplateIRI<std::wstring>::doResolve(const TemplateIRI&) const;
+template void TemplateIRI<std::wstring>::resolveInto(const TemplateIRI&, TemplateIRI&) const;
 template void TemplateIRI<std::wstring>::finishFlags(const Assembly&);
 
 }  // namespace foundation::network::iri::detail

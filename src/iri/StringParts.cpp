@@ -205,14 +205,11 @@ bool derivesToItself(std::u16string_view text, Form form, bool asOctets) {
 
 }  // namespace
 
-std::u16string_view StringParts::view(ComponentKind kind, Form form) const {
+std::u16string_view StringParts::derivedView(ComponentKind kind, Form form) const {
     if (!has(kind)) {
         throw std::runtime_error("Item not set");
     }
     const std::u16string_view source = range(static_cast<std::size_t>(kind));
-    if (form == given(kind)) {
-        return source;
-    }
     const std::size_t slot = static_cast<std::size_t>(kind) * 3 + static_cast<std::size_t>(form);
     std::u16string_view cached;
     if (derived_.find(slot, source, cached)) {

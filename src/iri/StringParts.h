@@ -108,7 +108,12 @@ public:
     /// with the same suffix).
     std::u16string_view view(ComponentKind kind, const Encoding& encoding) const;
     /// The same in a form; no suffix is added to errors.
-    std::u16string_view view(ComponentKind kind, Form form) const;
+    std::u16string_view view(ComponentKind kind, Form form) const {
+        if (has(kind) && form == given(kind)) {  // the stored form itself: a range of the text
+            return range(static_cast<std::size_t>(kind));
+        }
+        return derivedView(kind, form);
+    }
     /// The path in `form`, or "" for a value that never had a path stored.
     std::u16string_view storedPath(Form form) const {
         return hasPath() ? view(ComponentKind::Path, form) : std::u16string_view();
@@ -220,6 +225,7 @@ private:
     void append(std::size_t index, std::wstring_view value);
     void markSet(ComponentKind kind, Form form, bool nonEmpty);
     std::u16string derive(ComponentKind kind, Form form) const;
+    std::u16string_view derivedView(ComponentKind kind, Form form) const;
 
     std::u16string buffer_;
     std::array<Range, 7> ranges_{};

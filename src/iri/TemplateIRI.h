@@ -125,9 +125,21 @@ public:
     void generateHash() const noexcept;
 
     // Resolution (Resolution.cpp) and relativisation (Relativisation.cpp).
-    TemplateIRI doResolve(const TemplateIRI& base) const;
+    // Each writes its result into `t`, a value default-constructed for it.
+    void resolveInto(const TemplateIRI& base, TemplateIRI& t) const;
+    TemplateIRI doResolve(const TemplateIRI& base) const {
+        TemplateIRI t;
+        resolveInto(base, t);
+        return t;
+    }
     std::u16string resolvePathComponents(SegmentList& segments, bool absolute) const;
-    TemplateIRI doRelativise(const TemplateIRI& base) const;
+    void relativiseInto(const TemplateIRI& base, TemplateIRI& t) const;
+    /// Makes this value a copy of `other` as the copy constructor makes it (assignment treats
+    /// an empty source differently).
+    void becomeCopyOf(const TemplateIRI& other) {
+        TemplateIRI copy(other);
+        swap(copy);
+    }
     std::u16string getRelativePath(const TemplateIRI& base) const;
     std::u16string getMinimalRelativePath() const;
 
