@@ -104,14 +104,14 @@ constexpr bool isIprivate(std::uint32_t c) {
 
 // iunreserved = alnum / "-" / "." / "_" / "~" / ucschar
 // alnum is Unicode (Alphabetic or Nd), not ASCII as in RFC 3987.
-inline bool isIunreserved(std::uint32_t c) {
+constexpr bool isIunreserved(std::uint32_t c) {
     return c < 128 ? ascii(c, UNRESERVED) : (isUcschar(c) || isAlnum(c));
 }
 
 // Non-ASCII code points are never delimiters; these classes differ from iunreserved in ASCII
 // only.
 template <std::uint16_t AsciiFlags, char... Extra>
-inline bool unreservedOr(std::uint32_t c) {
+constexpr bool unreservedOr(std::uint32_t c) {
     if (c < 128) {
         return ascii(c, UNRESERVED | AsciiFlags) ||
                ((c == static_cast<std::uint32_t>(Extra)) || ...);
@@ -124,6 +124,15 @@ inline bool unreservedOr(std::uint32_t c) {
 /// pair is one code point; a lone surrogate is in no class.
 template <bool (*Test)(std::uint32_t)>
 struct CharClassParser : qi::primitive_parser<CharClassParser<Test>> {
+    // The class over ASCII, one entry per code point.
+    static constexpr std::array<bool, 128> kAsciiMembers = [] {
+        std::array<bool, 128> members{};
+        for (std::uint32_t c = 0; c < 128; ++c) {
+            members[c] = Test(c);
+        }
+        return members;
+    }();
+
     template <class Context, class Iterator>
     struct attribute {
         using type = boost::spirit::unused_type;
@@ -151,7 +160,7 @@ struct CharClassParser : qi::primitive_parser<CharClassParser<Test>> {
                 return true;
             }
         }
-        if (Test(c)) {
+        if (c < 128 ? kAsciiMembers[c] : Test(c)) {
             ++first;
             return true;
         }
@@ -193,8 +202,8 @@ struct CharRunParser : qi::primitive_parser<CharRunParser<Test, Min, Lead>> {
         unsigned count = 0;
         while (it != last) {
             const auto c = static_cast<std::uint32_t>(*it);
-            if (c < 128) {  // ASCII, the common case: one unit, one table look-up
-                if (!Test(c)) {
+            if (c < 128) {  // ASCII, the common case: one unit, one look-up
+                if (!CharClassParser<Test>::kAsciiMembers[c]) {
                     break;
                 }
                 ++it;
@@ -225,19 +234,19 @@ using RunOfOneOrMore = typename boost::proto::terminal<CharRunParser<Test, 1>>::
 template <bool (*Test)(std::uint32_t)>
 using SlashLedRun = typename boost::proto::terminal<CharRunParser<Test, 0, u'/'>>::type;
 
-inline bool alphaTest(std::uint32_t c) {
+constexpr bool alphaTest(std::uint32_t c) {
     return c < 128 ? ascii(c, ALPHA) : isAlpha(c);
 }
-inline bool digitTest(std::uint32_t c) {
+constexpr bool digitTest(std::uint32_t c) {
     return c < 128 ? ascii(c, DIGIT) : isDigit(c);
 }
-inline bool xdigitTest(std::uint32_t c) {
+constexpr bool xdigitTest(std::uint32_t c) {
     return c < 128 ? ascii(c, XDIGIT) : isXdigit(c);
 }
-inline bool subDelimTest(std::uint32_t c) {
+constexpr bool subDelimTest(std::uint32_t c) {
     return c < 128 && ascii(c, SUB_DELIM);
 }
-inline bool schemeTailTest(std::uint32_t c) {
+constexpr bool schemeTailTest(std::uint32_t c) {
     return c < 128 ? ascii(c, SCHEME_TAIL) : isAlnum(c);
 }
 

@@ -15,25 +15,25 @@ namespace foundation::network::iri::detail::irigrammar {
 
 namespace chars {
 
-inline bool ipcharTest(std::uint32_t c) {
+constexpr bool ipcharTest(std::uint32_t c) {
     return unreservedOr<SUB_DELIM, ':', '@', '%'>(c);
 }
-inline bool pathCharTest(std::uint32_t c) {
+constexpr bool pathCharTest(std::uint32_t c) {
     return unreservedOr<SUB_DELIM, ':', '@', '%', '/'>(c);
 }
-inline bool noColonTest(std::uint32_t c) {
+constexpr bool noColonTest(std::uint32_t c) {
     return unreservedOr<SUB_DELIM, '@', '%'>(c);
 }
-inline bool userInfoTest(std::uint32_t c) {
+constexpr bool userInfoTest(std::uint32_t c) {
     return unreservedOr<SUB_DELIM, ':'>(c);
 }
-inline bool regNameTest(std::uint32_t c) {
+constexpr bool regNameTest(std::uint32_t c) {
     return unreservedOr<SUB_DELIM>(c);
 }
-inline bool fragmentTest(std::uint32_t c) {
+constexpr bool fragmentTest(std::uint32_t c) {
     return unreservedOr<SUB_DELIM, ':', '@', '%', '/', '?'>(c);
 }
-inline bool queryTest(std::uint32_t c) {
+constexpr bool queryTest(std::uint32_t c) {
     return fragmentTest(c) || (c >= 128 && isIprivate(c));
 }
 
