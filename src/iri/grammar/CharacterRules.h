@@ -225,6 +225,26 @@ struct CharRunParser : qi::primitive_parser<CharRunParser<Test, Min, Lead>> {
     }
 };
 
+/// `*( Terminal<Test> | "%" xdigit xdigit )` as one primitive: the longest run of code points
+/// of the class and complete escapes, tried in that order at each step, as the alternative
+/// tries them.
+template <bool (*Test)(std::uint32_t)>
+struct EscapedRunParser : qi::primitive_parser<EscapedRunParser<Test>> {
+    template <class Context, class Iterator>
+    struct attribute {
+        using type = boost::spirit::unused_type;
+    };
+
+    template <class Iterator, class Context, class Skipper, class Attribute>
+    bool parse(Iterator& first, const Iterator& last, Context& context, const Skipper& skipper,
+               Attribute& attribute) const;
+
+    template <class Context>
+    boost::spirit::info what(Context&) const {
+        return boost::spirit::info("escaped-run");
+    }
+};
+
 /// `*Terminal<Test>` and `+Terminal<Test>` as single primitives.
 template <bool (*Test)(std::uint32_t)>
 using Run = typename boost::proto::terminal<CharRunParser<Test, 0>>::type;
@@ -273,6 +293,45 @@ inline auto subDelims() {
 inline auto iunreserved() {
     return chars::Terminal<chars::isIunreserved>{};
 }
+
+namespace chars {
+
+template <bool (*Test)(std::uint32_t)>
+template <class Iterator, class Context, class Skipper, class Attribute>
+bool EscapedRunParser<Test>::parse(Iterator& first, const Iterator& last, Context& context,
+                                   const Skipper& skipper, Attribute& attribute) const {
+    qi::skip_over(first, last, skipper);
+    const CharClassParser<Test> one;
+    const CharClassParser<xdigitTest> hex;
+    Iterator it = first;
+    while (it != last) {
+        const auto c = static_cast<std::uint32_t>(*it);
+        if (c < 128 && CharClassParser<Test>::kAsciiMembers[c]) {
+            ++it;
+            continue;
+        }
+        if (c >= 128 && one.parse(it, last, context, boost::spirit::unused, attribute)) {
+            continue;
+        }
+        if (c != '%') {
+            break;
+        }
+        Iterator escape = it;
+        ++escape;
+        if (!hex.parse(escape, last, context, boost::spirit::unused, attribute) ||
+            !hex.parse(escape, last, context, boost::spirit::unused, attribute)) {
+            break;
+        }
+        it = escape;
+    }
+    first = it;
+    return true;
+}
+
+template <bool (*Test)(std::uint32_t)>
+using EscapedRun = typename boost::proto::terminal<EscapedRunParser<Test>>::type;
+
+}  // namespace chars
 
 /// pct-encoded = "%" HEXDIG HEXDIG, with Unicode hex digits (fullwidth ones included).
 inline auto pctEncoded() {

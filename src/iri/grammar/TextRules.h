@@ -82,12 +82,12 @@ inline auto ipathEmpty() {
 
 // iuserinfo = *( iunreserved / pct-encoded / sub-delims / ":" )
 inline auto iuserinfo() {
-    return qi::copy(*(chars::Terminal<chars::userInfoTest>{} | pctEncoded()));
+    return chars::EscapedRun<chars::userInfoTest>{};
 }
 
 // ireg-name = *( iunreserved / pct-encoded / sub-delims )
 inline auto iregName() {
-    return qi::copy(*(chars::Terminal<chars::regNameTest>{} | pctEncoded()));
+    return chars::EscapedRun<chars::regNameTest>{};
 }
 
 // port = *DIGIT
