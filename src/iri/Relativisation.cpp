@@ -69,12 +69,18 @@ void TemplateIRI<String>::relativiseInto(const TemplateIRI& base, TemplateIRI& t
     }
 
     Assembly taken;
-    const auto setPath = [&](std::u16string path) {
-        keepPathReadable(path, t.flags.schemePresent, t.flags.hostPresent);
-        t.flags.pathEmpty = path.empty();
-        t.flags.absolutePath = !path.empty() && path.front() == FORWARD_SLASH;
+    // The result's path: a view of A's, or a path computed into `computed`.
+    std::u16string computed;
+    const auto setPath = [&](std::u16string_view path) {
+        taken.path.head = path;
+        keepPathReadable(taken.path, t.flags.schemePresent, t.flags.hostPresent);
+        t.flags.pathEmpty = taken.path.empty();
+        t.flags.absolutePath = !taken.path.empty() && taken.path.front() == FORWARD_SLASH;
         t.forgetPathDotSegments();
-        taken.path = std::move(path);
+    };
+    const auto setComputedPath = [&](std::u16string path) {
+        computed = std::move(path);
+        setPath(computed);
     };
     const auto finish = [&] {
         t.takeFragmentFrom(a, taken);
@@ -137,7 +143,7 @@ void TemplateIRI<String>::relativiseInto(const TemplateIRI& base, TemplateIRI& t
     if (authorityDiffers ||
         (a.flags.authorityPresent && (emptyPathNeedsMore || pathLooksLikeAuthority))) {
         t.takeAuthorityFrom(a, taken);
-        setPath(std::u16string(path));
+        setPath(path);
         t.setPathHasDotSegments(a.pathHasDotSegments());
         t.takeQueryFrom(a, taken);
         finish();
@@ -163,20 +169,20 @@ void TemplateIRI<String>::relativiseInto(const TemplateIRI& base, TemplateIRI& t
             // path as it is, dot segments and all.
             const bool keepDots =
                 b.flags.authorityPresent && a.flags.absolutePath && a.pathHasDotSegments();
-            setPath(std::u16string(keepDots ? path.substr(1) : path));
+            setPath(keepDots ? path.substr(1) : path);
         } else if (sameUnits(path, basePath)) {
             // Resolution would pick up B's query for an empty path.
             if (b.flags.queryPresent && !a.flags.queryPresent) {
-                setPath(getMinimalRelativePath());
+                setComputedPath(getMinimalRelativePath());
             }
         } else if (a.flags.absolutePath && emptySegments()) {
             // Resolution reads a "/" element after an empty segment as a trailing slash, so
             // no relative path crosses one reliably: the absolute path does.
-            setPath(std::u16string(path));
+            setPath(path);
         } else {
             // Paths that differ only in dot segments: name A's last segment in B's directory.
             std::u16string relative = getRelativePath(b);
-            setPath(relative.empty() ? getMinimalRelativePath() : std::move(relative));
+            setComputedPath(relative.empty() ? getMinimalRelativePath() : std::move(relative));
             // Dot removal over a rootless path with empty segments can root or shorten the
             // merged path ("T/..//x/" + "../i" gives "//i"): where that may happen the
             // reference is checked, and A, which has a scheme, stands for itself otherwise.

@@ -12,14 +12,6 @@
 #include "iri/path/PathSegments.h"
 
 namespace foundation::network::iri::detail {
-namespace {
-
-bool startsWithSlash(std::u16string_view s) {
-    return !s.empty() && s.front() == u'/';
-}
-
-}  // namespace
-
 template <class String>
 std::u16string TemplateIRI<String>::resolvePathComponents(SegmentList& segments,
                                                           bool absolute) const {
@@ -44,7 +36,7 @@ void TemplateIRI<String>::resolveInto(const TemplateIRI& base, TemplateIRI& t) c
         }
         t.takeAuthorityFrom(b, taken);
         t.takeQueryFrom(b, taken);
-        taken.path = b.parts.storedPath(Form::Iri);
+        taken.path.head = b.parts.storedPath(Form::Iri);
         t.flags.pathEmpty = b.flags.pathEmpty;
         t.flags.absolutePath = b.flags.absolutePath;
         t.setPathHasDotSegments(b.pathHasDotSegments());
@@ -55,57 +47,69 @@ void TemplateIRI<String>::resolveInto(const TemplateIRI& base, TemplateIRI& t) c
     // One absolute flag for every path computed below, in every branch; kept deliberately, so
     // that "t:a/../b" against a base with the path "/x" gets the path "/b".
     const bool absolute = r.flags.absolutePath || b.flags.absolutePath;
-    std::u16string path;
-    // R's path for a reference with a scheme or an authority: verbatim, or with its dot
-    // segments removed.
+    // The result's path: viewed in an operand where it is taken whole or merged, else computed
+    // into `computed`.
+    PathPieces& path = taken.path;
+    std::u16string computed;
+    const auto compute = [&](std::u16string value) {
+        computed = std::move(value);
+        path.head = computed;
+    };
+    // R's path with its dot segments removed.
+    const auto referencePathWithoutDots = [&] {
+        SegmentList segments;
+        compute(r.resolvePathComponents(segments, absolute));
+    };
+    // R's path for a reference with a scheme or an authority: verbatim, or without its dot
+    // segments.
     const auto referencePath = [&] {
         if (r.flags.pathEmpty) {
-            return std::u16string();
+            return;
         }
         if (!r.pathHasDotSegments()) {
-            return std::u16string(r.parts.storedPath(Form::Iri));
+            path.head = r.parts.storedPath(Form::Iri);
+        } else {
+            referencePathWithoutDots();
         }
-        SegmentList segments;
-        return r.resolvePathComponents(segments, absolute);
     };
 
     if (r.flags.schemePresent) {
         t.takeSchemeFrom(r, taken);
         t.takeAuthorityFrom(r, taken);
-        path = referencePath();
+        referencePath();
         t.takeQueryFrom(r, taken);
     } else {
         if (r.flags.authorityPresent) {
             t.takeAuthorityFrom(r, taken);
-            path = referencePath();
+            referencePath();
             t.takeQueryFrom(r, taken);
         } else {
             const std::u16string_view basePath = b.parts.storedPath(Form::Iri);
             const std::u16string_view referenceText = r.parts.storedPath(Form::Iri);
             if (r.flags.pathEmpty) {
                 if (!b.flags.pathEmpty) {
-                    path = basePath;
+                    path.head = basePath;
                 }
                 t.takeQueryFrom(r.flags.queryPresent ? r : b, taken);
             } else if (r.flags.absolutePath) {
-                SegmentList segments;
-                path = r.pathHasDotSegments() ? r.resolvePathComponents(segments, absolute)
-                                              : referenceText;
+                if (r.pathHasDotSegments()) {
+                    referencePathWithoutDots();
+                } else {
+                    path.head = referenceText;
+                }
                 t.takeQueryFrom(r, taken);
             } else if (b.flags.authorityPresent && b.flags.pathEmpty) {
                 // Kept deliberately: no dot-segment removal here, unlike RFC 3986.
-                path.reserve(referenceText.size() + 1);
-                path += u'/';
-                path += referenceText;
+                path.head = u"/";
+                path.tail = referenceText;
                 t.takeQueryFrom(r, taken);
             } else if (!b.pathHasDotSegments() && !r.pathHasDotSegments()) {
                 // The RFC 3986 merge.
                 const auto slash = basePath.rfind(u'/');
                 if (slash != std::u16string_view::npos) {
-                    path.reserve(slash + 1 + referenceText.size());
-                    path.assign(basePath.substr(0, slash + 1));
+                    path.head = basePath.substr(0, slash + 1);
                 }
-                path += referenceText;
+                path.tail = referenceText;
                 t.takeQueryFrom(r, taken);
             } else {
                 SegmentList segments;
@@ -129,7 +133,7 @@ void TemplateIRI<String>::resolveInto(const TemplateIRI& base, TemplateIRI& t) c
                         segments.emplace_back(1, u'/');
                     }
                 }
-                path = r.resolvePathComponents(segments, absolute);
+                compute(r.resolvePathComponents(segments, absolute));
                 t.takeQueryFrom(r, taken);
             }
             t.takeAuthorityFrom(b, taken);
@@ -144,8 +148,7 @@ void TemplateIRI<String>::resolveInto(const TemplateIRI& base, TemplateIRI& t) c
     t.setPathHasDotSegments(false);
     keepPathReadable(path, t.flags.schemePresent, t.flags.hostPresent);
     t.flags.pathEmpty = path.empty();
-    t.flags.absolutePath = startsWithSlash(path);
-    taken.path = std::move(path);
+    t.flags.absolutePath = !path.empty() && path.front() == u'/';
     t.finishFlags(taken);
 }
 

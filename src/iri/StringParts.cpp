@@ -355,13 +355,24 @@ void StringParts::adoptText(const std::u16string& text) {
 }
 
 void StringParts::assign(const Assembly& assembly) {
-    const auto size = [](const std::optional<std::u16string_view>& part) {
-        return part ? part->size() + 1 : 0;  // with its delimiter
+    const auto iriForm = [](const StringParts* from, ComponentKind kind) {
+        return from->view(kind, Form::Iri);
     };
+    const std::u16string_view scheme = assembly.scheme ? assembly.scheme->scheme() : u"";
+    const std::u16string_view userInfo =
+        assembly.userInfo ? iriForm(assembly.authority, ComponentKind::UserInfo) : u"";
+    const std::u16string_view host =
+        assembly.host ? iriForm(assembly.authority, ComponentKind::Host) : u"";
+    const std::u16string_view port = assembly.port ? assembly.authority->port() : u"";
+    const std::u16string_view query =
+        assembly.query ? iriForm(assembly.query, ComponentKind::Query) : u"";
+    const std::u16string_view fragment =
+        assembly.fragment ? iriForm(assembly.fragment, ComponentKind::Fragment) : u"";
+
     std::u16string text;
-    text.reserve(size(assembly.scheme) + size(assembly.userInfo) + size(assembly.host) + 2 +
-                 size(assembly.port) + assembly.path.size() + size(assembly.query) +
-                 size(assembly.fragment));
+    // Each component with its delimiter, and "//".
+    text.reserve(scheme.size() + userInfo.size() + host.size() + port.size() + query.size() +
+                 fragment.size() + assembly.path.size() + 7);
     std::array<Range, 7> ranges{};
     const auto put = [&](std::size_t index, std::u16string_view part) {
         const auto begin = static_cast<std::uint32_t>(text.size());
@@ -377,31 +388,33 @@ void StringParts::assign(const Assembly& assembly) {
         }
     };
     if (assembly.scheme) {
-        put(kSchemeRange, *assembly.scheme);
+        put(kSchemeRange, scheme);
         text += u':';
         bits |= kPathSchemeBit;
     }
     if (assembly.host) {
         text += u"//";
         if (assembly.userInfo) {
-            put(index(ComponentKind::UserInfo), *assembly.userInfo);
+            put(index(ComponentKind::UserInfo), userInfo);
             text += u'@';
             mark(ComponentKind::UserInfo, true);
             bits |= kPathUserInfoBit;
         }
-        put(index(ComponentKind::Host), *assembly.host);
+        put(index(ComponentKind::Host), host);
         mark(ComponentKind::Host, true);
         bits |= kPathHostBit;
         if (assembly.port) {
             text += u':';
-            put(kPortRange, *assembly.port);
+            put(kPortRange, port);
         }
     }
-    put(index(ComponentKind::Path), assembly.path);
+    const auto pathBegin = static_cast<std::uint32_t>(text.size());
+    assembly.path.appendTo(text);
+    ranges[index(ComponentKind::Path)] = {pathBegin, static_cast<std::uint32_t>(text.size())};
     mark(ComponentKind::Path, !assembly.path.empty());
     if (assembly.query) {
         text += u'?';
-        put(index(ComponentKind::Query), *assembly.query);
+        put(index(ComponentKind::Query), query);
         mark(ComponentKind::Query, true);
         if (assembly.queryAsOctets) {
             bits |= kQueryOctetsBit;
@@ -409,7 +422,7 @@ void StringParts::assign(const Assembly& assembly) {
     }
     if (assembly.fragment) {
         text += u'#';
-        put(index(ComponentKind::Fragment), *assembly.fragment);
+        put(index(ComponentKind::Fragment), fragment);
         mark(ComponentKind::Fragment, true);
     }
     derived_.reset();

@@ -14,6 +14,7 @@
 
 #include "foundation/network/Encoding.h"
 #include "iri/codecs/ComponentCodecs.h"
+#include "iri/path/PathPieces.h"
 
 namespace foundation::network::iri::detail {
 
@@ -157,17 +158,19 @@ public:
     /// The whole buffer: the parsed text while only adoptText and the range setters ran, or
     /// what assign() wrote.
     std::u16string_view text() const noexcept { return buffer_; }
-    /// The components of a value made by resolution or relativisation, each in its IRI form,
-    /// viewed in the operands until assign() writes them; absent ones are empty optionals.
+    /// The components of a value made by resolution or relativisation: each group is taken
+    /// whole, in its IRI form, from the parts of one operand (null where the result has none),
+    /// and read there when assign() writes them. Small enough to be set up with a few stores.
     struct Assembly {
-        std::optional<std::u16string_view> scheme;
-        std::optional<std::u16string_view> userInfo;
-        std::optional<std::u16string_view> host;
-        std::optional<std::u16string_view> port;
-        std::u16string path;
-        std::optional<std::u16string_view> query;
-        std::optional<std::u16string_view> fragment;
+        const StringParts* scheme = nullptr;
+        const StringParts* authority = nullptr;  ///< with the members below present
+        const StringParts* query = nullptr;
+        const StringParts* fragment = nullptr;
+        bool userInfo = false;
+        bool host = false;
+        bool port = false;
         bool queryAsOctets = false;
+        PathPieces path;
     };
     /// Replaces every component with those of `assembly`, written at once as the value's
     /// IRI-form text (one allocation) with the ranges into it.

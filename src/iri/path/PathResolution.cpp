@@ -190,16 +190,29 @@ std::u16string removeRelativePathSegments(std::u16string_view path, bool absolut
     return joinSegments(segments);
 }
 
-void keepPathReadable(std::u16string& path, bool schemePresent, bool authorityPresent) {
-    if (authorityPresent) {
+void keepPathReadable(PathPieces& path, bool schemePresent, bool authorityPresent) {
+    path.prefix = PathPrefix::None;
+    if (authorityPresent || path.empty()) {
         return;
     }
-    if (path.rfind(u"//", 0) == 0) {
-        path.insert(0, u"/.");
-    } else if (!schemePresent && !path.empty() && path.front() != u'/') {
-        const auto colon = path.find(u':');
-        if (colon != std::u16string::npos && colon < path.find(u'/')) {
-            path.insert(0, u"./");
+    // The head and the tail read as one text.
+    const auto at = [&](std::size_t i) {
+        return i < path.head.size() ? path.head[i] : path.tail[i - path.head.size()];
+    };
+    const auto find = [&](char16_t unit) {
+        const std::size_t inHead = path.head.find(unit);
+        if (inHead != std::u16string_view::npos) {
+            return inHead;
+        }
+        const std::size_t inTail = path.tail.find(unit);
+        return inTail == std::u16string_view::npos ? inTail : path.head.size() + inTail;
+    };
+    if (path.size() >= 2 && at(0) == u'/' && at(1) == u'/') {
+        path.prefix = PathPrefix::SlashDot;
+    } else if (!schemePresent && at(0) != u'/') {
+        const auto colon = find(u':');
+        if (colon != std::u16string_view::npos && colon < find(u'/')) {
+            path.prefix = PathPrefix::DotSlash;
         }
     }
 }

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "iri/path/PathPieces.h"
 #include "iri/path/PathSegments.h"
 
 namespace foundation::network::iri::detail {
@@ -34,8 +35,8 @@ std::u16string removeRelativePathSegments(std::u16string_view path, bool absolut
 /// same (RFC 3986 section 4.2): without an authority a path beginning "//" gets "/." in front
 /// (else it would read as an authority), and without a scheme as well a relative path whose
 /// first segment holds ":" gets "./" (else it would read as a scheme). Neither changes what
-/// the path resolves to.
-void keepPathReadable(std::u16string& path, bool schemePresent, bool authorityPresent);
+/// the path resolves to. Sets the prefix of `path` (its head and tail are the path).
+void keepPathReadable(PathPieces& path, bool schemePresent, bool authorityPresent);
 
 /// The segments concatenated, with no separator.
 std::u16string joinSegments(const SegmentList& segments);
