@@ -28,12 +28,12 @@ using core::except::detail::AnonymousInternalException;
 }  // namespace
 
 template <class String>
-std::u16string TemplateIRI<String>::getMinimalRelativePath() const {
+RelativePathPieces TemplateIRI<String>::getMinimalRelativePath() const {
     return minimalRelativePath(parts.storedPath(Form::Iri));
 }
 
 template <class String>
-std::u16string TemplateIRI<String>::getRelativePath(const TemplateIRI& base) const {
+RelativePathPieces TemplateIRI<String>::getRelativePath(const TemplateIRI& base) const {
     // Each path as stored, or with its dot segments removed where it has any.
     std::u16string basePathWithoutDots;
     std::u16string pathWithoutDots;
@@ -47,7 +47,12 @@ std::u16string TemplateIRI<String>::getRelativePath(const TemplateIRI& base) con
         pathWithoutDots = removeRelativePathSegments(path, flags.absolutePath);
         path = pathWithoutDots;
     }
-    return relativePath(path, flags.absolutePath, basePath);
+    RelativePathPieces relative = relativePathPieces(path, flags.absolutePath, basePath);
+    if (!pathWithoutDots.empty()) {  // the rest views it: made whole before it goes
+        relative.lead += relative.rest;
+        relative.rest = {};
+    }
+    return relative;
 }
 
 template <class String>
@@ -63,24 +68,26 @@ void TemplateIRI<String>::relativiseInto(const TemplateIRI& base, TemplateIRI& t
     }
 
     // A different scheme: only A itself resolves to A.
-    if (a.flags.schemePresent && (!b.flags.schemePresent || a.schemeText() != b.schemeText())) {
+    if (a.flags.schemePresent &&
+        (!b.flags.schemePresent || !sameUnits(a.schemeText(), b.schemeText()))) {
         t.becomeCopyOf(a);
         return;
     }
 
     Assembly taken;
-    // The result's path: a view of A's, or a path computed into `computed`.
-    std::u16string computed;
-    const auto setPath = [&](std::u16string_view path) {
-        taken.path.head = path;
+    // The result's path: a view of A's, or a relative path whose lead is kept in `relative`.
+    RelativePathPieces relative;
+    const auto setPath = [&](std::u16string_view head, std::u16string_view tail = {}) {
+        taken.path.head = head;
+        taken.path.tail = tail;
         keepPathReadable(taken.path, t.flags.schemePresent, t.flags.hostPresent);
         t.flags.pathEmpty = taken.path.empty();
         t.flags.absolutePath = !taken.path.empty() && taken.path.front() == FORWARD_SLASH;
         t.forgetPathDotSegments();
     };
-    const auto setComputedPath = [&](std::u16string path) {
-        computed = std::move(path);
-        setPath(computed);
+    const auto setRelativePath = [&](RelativePathPieces pieces) {
+        relative = std::move(pieces);
+        setPath(relative.lead, relative.rest);
     };
     const auto finish = [&] {
         t.takeFragmentFrom(a, taken);
@@ -97,7 +104,7 @@ void TemplateIRI<String>::relativiseInto(const TemplateIRI& base, TemplateIRI& t
         sameUnits(a.parts.view(ComponentKind::Host, Form::Iri),
                   b.parts.view(ComponentKind::Host, Form::Iri)) &&
         a.flags.portPresent == b.flags.portPresent &&
-        (!a.flags.portPresent || a.portText() == b.portText());
+        (!a.flags.portPresent || sameUnits(a.portText(), b.portText()));
     const bool sameQuery =
         a.flags.queryPresent == b.flags.queryPresent &&
         (!a.flags.queryPresent || sameUnits(a.parts.view(ComponentKind::Query, Form::Iri),
@@ -106,7 +113,8 @@ void TemplateIRI<String>::relativiseInto(const TemplateIRI& base, TemplateIRI& t
     const std::u16string_view basePath = b.parts.storedPath(Form::Iri);
 
     // Same resource: only A's fragment remains.
-    if (a.schemeText() == b.schemeText() && a.flags.authorityPresent == b.flags.authorityPresent &&
+    if (sameUnits(a.schemeText(), b.schemeText()) &&
+        a.flags.authorityPresent == b.flags.authorityPresent &&
         (!a.flags.authorityPresent || sameAuthority) && sameUnits(path, basePath) && sameQuery) {
         finish();
         return;
@@ -173,7 +181,7 @@ void TemplateIRI<String>::relativiseInto(const TemplateIRI& base, TemplateIRI& t
         } else if (sameUnits(path, basePath)) {
             // Resolution would pick up B's query for an empty path.
             if (b.flags.queryPresent && !a.flags.queryPresent) {
-                setComputedPath(getMinimalRelativePath());
+                setRelativePath(getMinimalRelativePath());
             }
         } else if (a.flags.absolutePath && emptySegments()) {
             // Resolution reads a "/" element after an empty segment as a trailing slash, so
@@ -181,8 +189,8 @@ void TemplateIRI<String>::relativiseInto(const TemplateIRI& base, TemplateIRI& t
             setPath(path);
         } else {
             // Paths that differ only in dot segments: name A's last segment in B's directory.
-            std::u16string relative = getRelativePath(b);
-            setComputedPath(relative.empty() ? getMinimalRelativePath() : std::move(relative));
+            RelativePathPieces pieces = getRelativePath(b);
+            setRelativePath(pieces.empty() ? getMinimalRelativePath() : std::move(pieces));
             // Dot removal over a rootless path with empty segments can root or shorten the
             // merged path ("T/..//x/" + "../i" gives "//i"): where that may happen the
             // reference is checked, and A, which has a scheme, stands for itself otherwise.
@@ -209,8 +217,8 @@ void TemplateIRI<String>::relativiseInto(const TemplateIRI& base, TemplateIRI& t
     finish();
 }
 
-template std::u16string TemplateIRI<std::wstring>::getMinimalRelativePath() const;
-template std::u16string TemplateIRI<std::wstring>::getRelativePath(const TemplateIRI&) const;
+template RelativePathPieces TemplateIRI<std::wstring>::getMinimalRelativePath() const;
+template RelativePathPieces TemplateIRI<std::wstring>::getRelativePath(const TemplateIRI&) const;
 template void TemplateIRI<std::wstring>::relativiseInto(const TemplateIRI&, TemplateIRI&) const;
 
 }  // namespace foundation::network::iri::detail

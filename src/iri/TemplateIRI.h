@@ -18,6 +18,7 @@
 #include "iri/Utf16.h"
 #include "iri/grammar/Parts.h"
 #include "iri/path/PathSegments.h"
+#include "iri/path/RelativePath.h"
 
 namespace foundation::network::iri::detail {
 
@@ -140,8 +141,8 @@ public:
         TemplateIRI copy(other);
         swap(copy);
     }
-    std::u16string getRelativePath(const TemplateIRI& base) const;
-    std::u16string getMinimalRelativePath() const;
+    RelativePathPieces getRelativePath(const TemplateIRI& base) const;
+    RelativePathPieces getMinimalRelativePath() const;
 
     /// Whether the path holds a dot segment (as containsDotSegments sees them) for resolution and
     /// relativisation; a resolution's result never does.

@@ -4,6 +4,7 @@
 /// through the checked conversions, which also give the errors their texts.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -42,6 +43,26 @@ inline std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t
         }
     }
     return std::u16string_view::npos;
+}
+
+/// How many times `unit` stands in `text`; four units a step, as findUnit.
+inline std::size_t countUnit(std::u16string_view text, char16_t unit) {
+    constexpr std::uint64_t kLows = 0x7FFF7FFF7FFF7FFFull;
+    const std::uint64_t pattern = 0x0001000100010001ull * unit;
+    const std::size_t n = text.size();
+    std::size_t count = 0;
+    std::size_t i = 0;
+    for (; i + 4 <= n; i += 4) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text.data() + i, sizeof word);
+        const std::uint64_t x = word ^ pattern;
+        // Exactly the high bit of every unit equal to `unit`.
+        count += static_cast<std::size_t>(std::popcount(~(((x & kLows) + kLows) | x | kLows)));
+    }
+    for (; i < n; ++i) {
+        count += text[i] == unit ? 1 : 0;
+    }
+    return count;
 }
 
 /// The index of the first of two adjacent `unit`s in `text`, or npos; four units a step, as

@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "iri/Utf16.h"
 #include "iri/path/DotSegments.h"
 #include "iri/path/PathSegments.h"
 
@@ -200,11 +201,11 @@ void keepPathReadable(PathPieces& path, bool schemePresent, bool authorityPresen
         return i < path.head.size() ? path.head[i] : path.tail[i - path.head.size()];
     };
     const auto find = [&](char16_t unit) {
-        const std::size_t inHead = path.head.find(unit);
+        const std::size_t inHead = findUnit(path.head, unit);
         if (inHead != std::u16string_view::npos) {
             return inHead;
         }
-        const std::size_t inTail = path.tail.find(unit);
+        const std::size_t inTail = findUnit(path.tail, unit);
         return inTail == std::u16string_view::npos ? inTail : path.head.size() + inTail;
     };
     if (path.size() >= 2 && at(0) == u'/' && at(1) == u'/') {

@@ -22,8 +22,8 @@ void appendParents(std::u16string& out, std::size_t count) {
 // A relative path whose first segment holds a colon would read as a scheme: "./" in front
 // keeps it a path (RFC 3986 section 4.2).
 std::u16string guardColon(std::u16string path) {
-    const auto colon = path.find(u':');
-    if (colon != std::u16string::npos && colon < path.find(u'/')) {
+    const auto colon = findUnit(path, u':');
+    if (colon != std::u16string::npos && colon < findUnit(path, u'/')) {
         path.insert(0, u"./");
     }
     return path;
@@ -44,7 +44,7 @@ std::size_t firstSegmentEnd(std::u16string_view path) {
 
 // The number of segments of a non-empty path whose first segment ends at `first`.
 std::size_t segmentCount(std::u16string_view path, std::size_t first) {
-    return 1 + static_cast<std::size_t>(std::count(path.begin() + first, path.end(), u'/'));
+    return 1 + countUnit(path.substr(first), u'/');
 }
 
 // Whether `at` ends a segment of `path`: a "/" or the end of the text.
@@ -52,13 +52,15 @@ bool endsSegment(std::u16string_view path, std::size_t at) {
     return at == path.size() || path[at] == u'/';
 }
 
-std::u16string relativePathUnguarded(std::u16string_view target, bool targetAbsolute,
-                                     std::u16string_view base) {
+}  // namespace
+
+RelativePathPieces relativePathPieces(std::u16string_view target, bool targetAbsolute,
+                                      std::u16string_view base) {
     if (sameUnits(target, base)) {
         return {};
     }
     if (base.empty()) {
-        return std::u16string(target);
+        return {{}, target};
     }
     const std::size_t baseFirst = firstSegmentEnd(base);
     const std::size_t baseCount = segmentCount(base, baseFirst);
@@ -66,7 +68,7 @@ std::u16string relativePathUnguarded(std::u16string_view target, bool targetAbso
     // the root.
     if (baseCount == 1 && startsWithSlash(base) && startsWithSlash(target)) {
         // The root alone would become the empty path, which names the base itself.
-        return std::u16string(target == u"/" ? target : target.substr(1));
+        return {{}, target == u"/" ? target : target.substr(1)};
     }
 
     // Shared leading segments; the last segment of the shorter list never counts. Equal
@@ -94,16 +96,17 @@ std::u16string relativePathUnguarded(std::u16string_view target, bool targetAbso
         }
     }
 
-    std::u16string result;
+    RelativePathPieces result;
+    std::u16string& lead = result.lead;
     if (shared == 0) {
-        appendParents(result, std::max<std::size_t>(baseCount - 1, 1));
-        result += targetAbsolute && startsWithSlash(target) ? target.substr(1) : target;
+        appendParents(lead, std::max<std::size_t>(baseCount - 1, 1));
+        result.rest = targetAbsolute && startsWithSlash(target) ? target.substr(1) : target;
         return result;
     }
 
     std::size_t up = baseCount - 1 - shared;
     if (up == 0) {
-        result = u".";
+        lead = u".";
     } else {
         // Kept deliberately: lowering the count for a base not ending in "/" gives one ".."
         // too few when the base lies two or more directories below the shared prefix.
@@ -111,37 +114,31 @@ std::u16string relativePathUnguarded(std::u16string_view target, bool targetAbso
         if (!lastIsSlash) {
             --up;
         }
-        appendParents(result, up > 1 ? up - 1 : 0);
-        result += u"..";
+        appendParents(lead, up > 1 ? up - 1 : 0);
+        lead += u"..";
     }
     // The segments from the first unshared one on: the rest of the target's text.
     if (target[targetStart] != u'/') {
-        result += u'/';
+        lead += u'/';
     }
-    result += target.substr(targetStart);
+    result.rest = target.substr(targetStart);
     return result;
 }
-
-}  // namespace
 
 std::u16string relativePath(std::u16string_view target, bool targetAbsolute,
                             std::u16string_view base) {
-    return guardColon(relativePathUnguarded(target, targetAbsolute, base));
+    return guardColon(relativePathPieces(target, targetAbsolute, base).text());
 }
 
-std::u16string minimalRelativePath(std::u16string_view path) {
-    std::u16string result = u".";
+RelativePathPieces minimalRelativePath(std::u16string_view path) {
     if (path.empty() || path.back() == u'/') {
-        return result;
+        return {u".", {}};
     }
     const auto slash = path.rfind(u'/');
-    if (slash == std::u16string::npos) {
-        result += u'/';
-        result += path;
-    } else {
-        result.append(path, slash, std::u16string::npos);
+    if (slash == std::u16string_view::npos) {
+        return {u"./", path};
     }
-    return result;
+    return {u".", path.substr(slash)};
 }
 
 }  // namespace foundation::network::iri::detail

@@ -7,6 +7,23 @@
 
 namespace foundation::network::iri::detail {
 
+/// A relative path in two pieces written one after the other: `lead`, the dot segments it
+/// begins with (short enough to need no allocation as a rule), and `rest`, a view of the end of
+/// the path it was made from.
+struct RelativePathPieces {
+    std::u16string lead;
+    std::u16string_view rest;
+
+    bool empty() const noexcept { return lead.empty() && rest.empty(); }
+    std::u16string text() const {
+        std::u16string out;
+        out.reserve(lead.size() + rest.size());
+        out += lead;
+        out += rest;
+        return out;
+    }
+};
+
 /// The path `target` written relative to the path `base`, both already free of dot segments
 /// (removeRelativePathSegments). `targetAbsolute` is the target's absolute-path flag. Empty
 /// when the two are equal. The target's text is kept exactly as written: no escape is decoded.
@@ -17,8 +34,13 @@ namespace foundation::network::iri::detail {
 std::u16string relativePath(std::u16string_view target, bool targetAbsolute,
                             std::u16string_view base);
 
+/// The same, in pieces (`rest` views `target`), and not yet guarded against a first segment
+/// holding ":" (which the caller guards, with the rest of the path's readability).
+RelativePathPieces relativePathPieces(std::u16string_view target, bool targetAbsolute,
+                                      std::u16string_view base);
+
 /// The shortest relative path naming the last segment of `path`: "." for an empty path or one
 /// ending in "/", else "./" followed by the last segment (the whole path when it has no "/").
-std::u16string minimalRelativePath(std::u16string_view path);
+RelativePathPieces minimalRelativePath(std::u16string_view path);
 
 }  // namespace foundation::network::iri::detail
