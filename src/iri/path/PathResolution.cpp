@@ -1,5 +1,6 @@
 #include "iri/path/PathResolution.h"
 
+#include <initializer_list>
 #include <iterator>
 
 #include "iri/Utf16.h"
@@ -200,20 +201,23 @@ void keepPathReadable(PathPieces& path, bool schemePresent, bool authorityPresen
     const auto at = [&](std::size_t i) {
         return i < path.head.size() ? path.head[i] : path.tail[i - path.head.size()];
     };
-    const auto find = [&](char16_t unit) {
-        const std::size_t inHead = findUnit(path.head, unit);
-        if (inHead != std::u16string_view::npos) {
-            return inHead;
-        }
-        const std::size_t inTail = findUnit(path.tail, unit);
-        return inTail == std::u16string_view::npos ? inTail : path.head.size() + inTail;
-    };
     if (path.size() >= 2 && at(0) == u'/' && at(1) == u'/') {
         path.prefix = PathPrefix::SlashDot;
-    } else if (!schemePresent && at(0) != u'/') {
-        const auto colon = find(u':');
-        if (colon != std::u16string_view::npos && colon < find(u'/')) {
-            path.prefix = PathPrefix::DotSlash;
+        return;
+    }
+    if (schemePresent) {
+        return;
+    }
+    // A ":" before the first "/".
+    for (const std::u16string_view piece : {path.head, path.tail}) {
+        for (const char16_t unit : piece) {
+            if (unit == u'/') {
+                return;
+            }
+            if (unit == u':') {
+                path.prefix = PathPrefix::DotSlash;
+                return;
+            }
         }
     }
 }
