@@ -35,28 +35,27 @@ void TemplateIRI<String>::parse(const std::u16string& utf16) {
         (void)widen(utf16);
         throwParsingFailed();
     }
-    setPartFlags(found);
+    setPartFlags(found, utf16);
     if (flags.portPresent) {
         unsigned short number = 0;
-        const std::u16string_view digits(
-            utf16.data() + (found.port.first - utf16.cbegin()),
-            static_cast<std::size_t>(found.port.last - found.port.first));
+        const std::u16string_view digits(utf16.data() + found.port.first,
+                                         found.port.last - found.port.first);
         if (!portStringToNumeric(digits, number)) {
             throwParsingFailed();
         }
         portNumber = number;
     }
     if (!found.scheme.present) {
-        found.scheme.setEmptyAt(utf16.cbegin());
+        found.scheme.setEmptyAt(0);
     }
     found.update();
     parts.adoptText(utf16);
-    setStringParts(found, utf16.cbegin());
+    setStringParts(found);
 }
 
 template <class String>
 template <class Found>
-void TemplateIRI<String>::setPartFlags(const Found& found) {
+void TemplateIRI<String>::setPartFlags(const Found& found, std::u16string_view text) {
     flags.schemePresent = found.scheme.present;
     flags.queryPresent = found.query.present;
     flags.fragmentPresent = found.fragment.present;
@@ -66,7 +65,7 @@ void TemplateIRI<String>::setPartFlags(const Found& found) {
     flags.portPresent = found.port.present;
     flags.pathEmpty = !found.path.present || found.path.empty();
     flags.absolutePath =
-        found.path.present && !found.path.empty() && *found.path.first == FORWARD_SLASH;
+        found.path.present && !found.path.empty() && text[found.path.first] == FORWARD_SLASH;
     if (flags.schemePresent) {
         flags.absolute = true;
         if (!flags.authorityPresent) {
@@ -75,15 +74,12 @@ void TemplateIRI<String>::setPartFlags(const Found& found) {
     }
 }
 
-// The ranges found, as offsets into the text.
+// The ranges found, offsets into the text.
 template <class String>
 template <class Found>
-void TemplateIRI<String>::setStringParts(const Found& found, typename Found::Iterator begin) {
-    const auto offset = [&](typename Found::Iterator at) {
-        return static_cast<std::uint32_t>(at - begin);
-    };
+void TemplateIRI<String>::setStringParts(const Found& found) {
     const auto place = [&](ComponentKind kind, const auto& range) {
-        parts.setRange(kind, offset(range.first), offset(range.last));
+        parts.setRange(kind, range.first, range.last);
     };
     place(ComponentKind::Path, found.path);
     parts.setSchemePresent(flags.schemePresent);
@@ -100,10 +96,10 @@ void TemplateIRI<String>::setStringParts(const Found& found, typename Found::Ite
         place(ComponentKind::Fragment, found.fragment);
     }
     if (flags.schemePresent) {
-        parts.setSchemeRange(offset(found.scheme.first), offset(found.scheme.last));
+        parts.setSchemeRange(found.scheme.first, found.scheme.last);
     }
     if (flags.portPresent) {
-        parts.setPortRange(offset(found.port.first), offset(found.port.last));
+        parts.setPortRange(found.port.first, found.port.last);
     }
     // Looked for on first use: most parsed values are never resolved or made relative.
     pathFacts.store(flags.pathEmpty ? kEmptyPathFacts : 0, std::memory_order_relaxed);

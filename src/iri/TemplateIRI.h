@@ -110,9 +110,9 @@ public:
     // Parsing (Parsing.cpp).
     void parse(const std::u16string& utf16);
     template <class Found>
-    void setPartFlags(const Found& found);
+    void setPartFlags(const Found& found, std::u16string_view text);
     template <class Found>
-    void setStringParts(const Found& found, typename Found::Iterator begin);
+    void setStringParts(const Found& found);
 
     // Building from arguments (BuildFromArgs.cpp).
     explicit TemplateIRI(const ArgsBase<String>& args);

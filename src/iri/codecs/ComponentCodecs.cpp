@@ -107,8 +107,7 @@ bool isIpLiteral(const std::wstring& host) {
     const std::wstring probe = L"//" + host;
     Parts<std::wstring> parts;
     return irigrammar::parseString<std::wstring>(probe.cbegin(), probe.cend(), parts) &&
-           parts.host.present && parts.host.first == probe.cbegin() + 2 &&
-           parts.host.last == probe.cend();
+           parts.host.present && parts.host.first == 2 && parts.host.last == probe.size();
 }
 
 // A path with no authority before it must not begin with "//" (it would read as one), and a

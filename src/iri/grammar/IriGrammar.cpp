@@ -19,7 +19,8 @@ template <auto Member>
 struct SetRange {
     template <class Range, class Context>
     void operator()(const Range& range, Context& context, bool&) const {
-        (boost::fusion::at_c<0>(context.attributes).*Member).set(range.begin(), range.end());
+        auto& parts = boost::fusion::at_c<0>(context.attributes);
+        parts.set(parts.*Member, range.begin(), range.end());
     }
 };
 
@@ -28,8 +29,7 @@ struct SetRange {
 struct ClearParts {
     template <class Context>
     void operator()(boost::spirit::unused_type, Context& context, bool&) const {
-        auto& parts = boost::fusion::at_c<0>(context.attributes);
-        parts = std::remove_reference_t<decltype(parts)>{};
+        boost::fusion::at_c<0>(context.attributes).clear();
     }
 };
 
@@ -101,7 +101,7 @@ template <class String>
 bool parseString(typename String::const_iterator first, typename String::const_iterator last,
                  Parts<String>& parts) {
     static const IriGrammar<String> grammar;
-    parts = Parts<String>{};
+    parts.reset(first);
     return qi::parse(first, last, grammar, parts) && first == last;
 }
 

@@ -4,6 +4,5 @@ namespace foundation::network::iri::detail {
 
 template struct Parts<std::wstring>;
 template struct Parts<std::u16string>;
-template struct HierarchicalPart<std::wstring>;
 
 }  // namespace foundation::network::iri::detail
