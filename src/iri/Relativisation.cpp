@@ -83,7 +83,7 @@ void TemplateIRI<String>::relativiseInto(const TemplateIRI& base, TemplateIRI& t
         keepPathReadable(taken.path, t.flags.schemePresent, t.flags.hostPresent);
         t.flags.pathEmpty = taken.path.empty();
         t.flags.absolutePath = !taken.path.empty() && taken.path.front() == FORWARD_SLASH;
-        t.forgetPathDotSegments();
+        t.forgetPathFacts();
     };
     const auto setRelativePath = [&](RelativePathPieces pieces) {
         relative = std::move(pieces);

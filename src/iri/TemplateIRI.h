@@ -146,7 +146,7 @@ public:
 
     /// Whether the path holds a dot segment (as containsDotSegments sees them) for resolution and
     /// relativisation; a resolution's result never does.
-    bool pathHasDotSegments() const noexcept {
+    bool pathHasDotSegments() const {
         const std::uint8_t known = pathFacts.load(std::memory_order_relaxed);
         if ((known & kDotsSet) != 0) {
             return (known & kDotsSetFound) != 0;
@@ -154,18 +154,18 @@ public:
         return pathScanFindsDotSegments();
     }
     /// What containsDotSegments answers for the stored path itself, looked for once.
-    bool pathScanFindsDotSegments() const noexcept {
+    bool pathScanFindsDotSegments() const {
         return pathFact(kDotsScanned, kDotsFound,
                         [](std::u16string_view path) { return containsDotSegments(path); });
     }
     /// Whether the stored path holds an empty segment (a "//"), looked for once.
-    bool pathHasEmptySegment() const noexcept {
+    bool pathHasEmptySegment() const {
         return pathFact(kEmptyScanned, kEmptyFound, [](std::u16string_view path) {
             return findUnitPair(path, u'/') != std::u16string_view::npos;
         });
     }
     /// Leaves every answer about the path to its first use (a new path).
-    void forgetPathDotSegments() noexcept { pathFacts.store(0, std::memory_order_relaxed); }
+    void forgetPathFacts() noexcept { pathFacts.store(0, std::memory_order_relaxed); }
     /// Sets the answer pathHasDotSegments() gives, whatever a scan would find.
     void setPathHasDotSegments(bool value) noexcept {
         pathFacts.store(kDotsSet | (value ? kDotsSetFound : 0), std::memory_order_relaxed);
@@ -237,7 +237,7 @@ private:
     // The facts of an empty path.
     static constexpr std::uint8_t kEmptyPathFacts = kDotsScanned | kEmptyScanned;
     template <class Scan>
-    bool pathFact(std::uint8_t scanned, std::uint8_t found, Scan scan) const noexcept {
+    bool pathFact(std::uint8_t scanned, std::uint8_t found, Scan scan) const {
         const std::uint8_t known = pathFacts.load(std::memory_order_relaxed);
         if ((known & scanned) != 0) {
             return (known & found) != 0;

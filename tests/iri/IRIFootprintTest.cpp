@@ -9,7 +9,8 @@
 
 #include "foundation/network/IRI.h"
 
-static std::size_t gBlocks = 0;  // blocks allocated and not yet freed
+static std::size_t gBlocks = 0;       // blocks allocated and not yet freed
+static std::size_t gAllocations = 0;  // blocks allocated at all
 
 void* operator new(std::size_t size) {
     void* p = std::malloc(size == 0 ? 1 : size);
@@ -17,6 +18,7 @@ void* operator new(std::size_t size) {
         throw std::bad_alloc();
     }
     ++gBlocks;
+    ++gAllocations;
     return p;
 }
 void operator delete(void* p) noexcept {
@@ -83,6 +85,39 @@ TEST(IRIFootprint, AValueFitsTwoCacheLinesAndHoldsFewBlocks) {
     before = gBlocks;
     static_cast<void>(unicode.toAsciiString(false));
     EXPECT_EQ(gBlocks - before, 3u);  // the table, the path's URI form, the serialisation
+}
+
+// Resolution and relativisation write the result's text from views of the operands: the one
+// block the result holds is the only allocation, unless dot segments must be removed.
+TEST(IRIFootprint, ResolutionAndRelativisationAllocateOnlyTheResult) {
+    const IRI base(u"http://example.org/catalogue/books/item?id=7");
+    const std::pair<const char16_t*, const char16_t*> resolutions[] = {
+        {u"reviews/latest", u"http://example.org/catalogue/books/reviews/latest"},
+        {u"/help#contents", u"http://example.org/help#contents"},
+        {u"//mirror.example.net/x", u"http://mirror.example.net/x"},
+        {u"?page=2", u"http://example.org/catalogue/books/item?page=2"}};
+    for (const auto& [reference, expected] : resolutions) {
+        SCOPED_TRACE(testing::PrintToString(std::u16string(reference)));
+        const IRI parsed(reference);
+        const std::size_t before = gAllocations;
+        const IRI resolved = parsed.resolveAgainst(base);
+        EXPECT_EQ(gAllocations - before, 1u) << "resolve";
+        EXPECT_EQ(resolved.toString(false), expected);
+    }
+    const std::pair<const char16_t*, const char16_t*> relativisations[] = {
+        {u"http://example.org/catalogue/music/album", u"../music/album"},
+        {u"http://example.org/catalogue/books/item?id=8", u"?id=8"},
+        {u"http://example.org/catalogue/books/cover.png", u"./cover.png"},
+        {u"http://mirror.example.net/catalogue", u"//mirror.example.net/catalogue"}};
+    for (const auto& [target, expected] : relativisations) {
+        SCOPED_TRACE(testing::PrintToString(std::u16string(target)));
+        const IRI parsed(target);
+        static_cast<void>(parsed.makeRelativeTo(base));  // the operands' path scans, once
+        const std::size_t before = gAllocations;
+        const IRI relative = parsed.makeRelativeTo(base);
+        EXPECT_EQ(gAllocations - before, 1u) << "relativise";
+        EXPECT_EQ(relative.toString(false), expected);
+    }
 }
 
 }  // namespace
