@@ -295,7 +295,7 @@ void BM_RelativePath_LongPath(benchmark::State& state) {
     }
     for (auto _ : state) {
         benchmark::DoNotOptimize(
-            foundation::network::iri::detail::relativePath(target, true, base));
+            foundation::network::iri::detail::relativePathPieces(target, true, base));
     }
     state.SetComplexityN(state.range(0));
 }

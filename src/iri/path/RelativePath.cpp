@@ -19,16 +19,6 @@ void appendParents(std::u16string& out, std::size_t count) {
     }
 }
 
-// A relative path whose first segment holds a colon would read as a scheme: "./" in front
-// keeps it a path (RFC 3986 section 4.2).
-std::u16string guardColon(std::u16string path) {
-    const auto colon = findUnit(path, u':');
-    if (colon != std::u16string::npos && colon < findUnit(path, u'/')) {
-        path.insert(0, u"./");
-    }
-    return path;
-}
-
 // The segments of a path as splitPathIntoSegments cuts them, walked in place: every element
 // after the first begins at a "/" and runs to the next one.
 std::size_t firstSegmentEnd(std::u16string_view path) {
@@ -123,11 +113,6 @@ RelativePathPieces relativePathPieces(std::u16string_view target, bool targetAbs
     }
     result.rest = target.substr(targetStart);
     return result;
-}
-
-std::u16string relativePath(std::u16string_view target, bool targetAbsolute,
-                            std::u16string_view base) {
-    return guardColon(relativePathPieces(target, targetAbsolute, base).text());
 }
 
 RelativePathPieces minimalRelativePath(std::u16string_view path) {

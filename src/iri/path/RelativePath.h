@@ -15,27 +15,17 @@ struct RelativePathPieces {
     std::u16string_view rest;
 
     bool empty() const noexcept { return lead.empty() && rest.empty(); }
-    std::u16string text() const {
-        std::u16string out;
-        out.reserve(lead.size() + rest.size());
-        out += lead;
-        out += rest;
-        return out;
-    }
 };
 
 /// The path `target` written relative to the path `base`, both already free of dot segments
-/// (removeRelativePathSegments). `targetAbsolute` is the target's absolute-path flag. Empty
-/// when the two are equal. The target's text is kept exactly as written: no escape is decoded.
+/// (removeRelativePathSegments), in pieces (`rest` views `target`). `targetAbsolute` is the
+/// target's absolute-path flag. Empty when the two are equal. The target's text is kept exactly
+/// as written: no escape is decoded. A first segment holding ":" is left for the caller to
+/// guard, with the rest of the path's readability (keepPathReadable).
 ///
 /// Kept deliberately: for a base whose path does not end in "/" and that lies two or more
 /// directories below the shared prefix, the result has one ".." too few (base "/a/b/e/d",
 /// target "/a/c" gives "../c").
-std::u16string relativePath(std::u16string_view target, bool targetAbsolute,
-                            std::u16string_view base);
-
-/// The same, in pieces (`rest` views `target`), and not yet guarded against a first segment
-/// holding ":" (which the caller guards, with the rest of the path's readability).
 RelativePathPieces relativePathPieces(std::u16string_view target, bool targetAbsolute,
                                       std::u16string_view base);
 
