@@ -15,13 +15,25 @@ namespace foundation::network {
 NetworkInterface::NetworkInterface(std::shared_ptr<NetworkInterfaceImpl> impl)
     : impl_(std::move(impl)) {}
 
-std::vector<NetworkInterface> NetworkInterface::list() {
+namespace {
+
+std::vector<NetworkInterface> listInterfaces(bool all) {
     ifaddrs* list = nullptr;
     if (::getifaddrs(&list) != 0) {
         throw foundation::core::except::detail::AnonymousInternalException<std::system_error>(
             std::error_code(errno, std::system_category()), "Call to getifaddrs failed");
     }
-    return posix::listUsableInterfaces(posix::OwnedInterfaceList(list, &::freeifaddrs));
+    return posix::listInterfaces(posix::OwnedInterfaceList(list, &::freeifaddrs), all);
+}
+
+}  // namespace
+
+std::vector<NetworkInterface> NetworkInterface::list() {
+    return listInterfaces(false);
+}
+
+std::vector<NetworkInterface> NetworkInterface::listAll() {
+    return listInterfaces(true);
 }
 
 std::string NetworkInterface::getIdentifier() const {
@@ -70,6 +82,10 @@ unsigned NetworkInterface::getMtu() const {
 
 bool NetworkInterface::isUp() const {
     return impl_->up;
+}
+
+bool NetworkInterface::isAdminUp() const {
+    return impl_->adminUp;
 }
 
 bool NetworkInterface::isLoopback() const {

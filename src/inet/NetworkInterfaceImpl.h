@@ -18,6 +18,7 @@ public:
     HardwareAddress hardwareAddress;  ///< empty unless an Ethernet link record was seen
     std::vector<InterfaceAddress> interfaceAddresses;  ///< in the system list's order
     bool up = false;                                   ///< IFF_UP and IFF_RUNNING
+    bool adminUp = false;                              ///< IFF_UP
     bool loopback = false;                             ///< IFF_LOOPBACK
     bool multicast = false;                            ///< IFF_MULTICAST
     unsigned index = 0;                                ///< the kernel's index; 0 if unknown

@@ -3,6 +3,7 @@
 // the prefix arithmetic against references of their own, and the records of the kernel.
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
+#include <net/if.h>
 #include <net/if_arp.h>
 #include <unistd.h>
 
@@ -341,14 +342,16 @@ TEST(ResolverErrorTest, CategoriesAndMessages) {
 
 // What no kernel list shows: an entry of another family still makes its interface, a name the
 // kernel does not know has MTU 0, a friendly name stands in for the identifier only if given.
+// Up without running is administratively up, not up.
 TEST(NetworkInterfaceTest, WhatNoKernelListShows) {
     sockaddr other{AF_UNIX, {}};
     char name[] = "can0";
     ifaddrs entry{};
-    entry.ifa_name = name, entry.ifa_addr = &other;
+    entry.ifa_name = name, entry.ifa_addr = &other, entry.ifa_flags = IFF_UP;
     const auto listed = posix::listNetworkInterfaces(&entry);
     ASSERT_EQ(listed.size(), 1u);
     EXPECT_TRUE(listed[0]->identifier == "can0" && listed[0]->interfaceAddresses.empty());
+    EXPECT_TRUE(NetworkInterface(listed[0]).isAdminUp() && !NetworkInterface(listed[0]).isUp());
     EXPECT_TRUE(posix::LinkProperties().mtu("no-such-if0") == 0 &&
                 posix::LinkProperties().mtu(std::string(40, 'x')) == 0);
 

@@ -17,7 +17,6 @@
 
 #include "foundation/network/InetAddress.h"
 #include "foundation/network/NetworkInterface.h"
-#include "inet/posix/ListNetworkInterfaces.h"
 #include "support/RunFnet.h"
 
 namespace {
@@ -194,8 +193,8 @@ TEST(InBareHost, LookupsFailWithASystemError) {
     }
 }
 
-// --- Interfaces: every one the system lists, before and after the filter of list(), as ip
-// reports it. ---
+// --- Interfaces: every one the system lists (listAll), and those list() keeps, as ip reports
+// them. ---
 
 std::string rowText(const std::vector<std::string>& fields) {
     std::string text;
@@ -205,14 +204,14 @@ std::string rowText(const std::vector<std::string>& fields) {
     return text;
 }
 
-// NAME UP LOOPBACK MULTICAST MAC MTU ADDRESS/PREFIX,... LISTED
+// NAME UP ADMIN-UP LOOPBACK MULTICAST MAC MTU ADDRESS/PREFIX,... LISTED
 std::string rowOf(const foundation::network::NetworkInterface& interface, bool listed) {
     std::string addresses;
     for (const auto& address : interface.getInterfaceAddresses()) {
         addresses += (addresses.empty() ? "" : ",") + address.toString();
     }
     return rowText({interface.getIdentifier(), std::to_string(interface.isUp()),
-                    std::to_string(interface.isLoopback()),
+                    std::to_string(interface.isAdminUp()), std::to_string(interface.isLoopback()),
                     std::to_string(interface.supportsMulticast()),
                     interface.getHardwareAddress().toString(), std::to_string(interface.getMtu()),
                     addresses, std::to_string(listed)});
@@ -237,7 +236,8 @@ std::string rowOf(const boost::json::object& link) {
     }
     const bool ether = !loopback && link.at("link_type").as_string() == "ether";
     return rowText({boost::json::value_to<std::string>(link.at("ifname")), std::to_string(up),
-                    std::to_string(loopback), std::to_string(flags.count("MULTICAST")),
+                    std::to_string(flags.count("UP")), std::to_string(loopback),
+                    std::to_string(flags.count("MULTICAST")),
                     ether ? boost::json::value_to<std::string>(link.at("address")) : "",
                     std::to_string(link.at("mtu").as_int64()), addresses,
                     std::to_string(up && !addresses.empty())});
@@ -245,18 +245,17 @@ std::string rowOf(const boost::json::object& link) {
 
 TEST(InInterfaceHost, EveryInterfaceAsIpReportsIt) {
     FNTEST_INSIDE();
-    ifaddrs* list = nullptr;
-    ASSERT_EQ(::getifaddrs(&list), 0);
-    const foundation::network::posix::OwnedInterfaceList owner(list, &::freeifaddrs);
+    using foundation::network::NetworkInterface;
     Texts rows, listed, fromIp;
+    std::set<std::string> listedNames;
     std::map<std::string, std::int64_t> indexes, ipIndexes;
-    for (const auto& impl : foundation::network::posix::listNetworkInterfaces(list)) {
-        const foundation::network::NetworkInterface interface(impl);
-        rows.push_back(rowOf(interface, foundation::network::posix::isListed(*impl)));
-        indexes[interface.getIdentifier()] = interface.getIndex();
-    }
-    for (const auto& interface : foundation::network::NetworkInterface::list()) {
+    for (const auto& interface : NetworkInterface::list()) {
         listed.push_back(rowOf(interface, true));
+        listedNames.insert(interface.getIdentifier());
+    }
+    for (const auto& interface : NetworkInterface::listAll()) {
+        rows.push_back(rowOf(interface, listedNames.count(interface.getIdentifier()) != 0));
+        indexes[interface.getIdentifier()] = interface.getIndex();
     }
     const auto report = boost::json::parse(fntest::run({"ip", "-j", "addr", "show"}).out);
     for (const auto& link : report.as_array()) {
@@ -272,7 +271,7 @@ TEST(InInterfaceHost, EveryInterfaceAsIpReportsIt) {
     EXPECT_EQ(listed, kept);
     // And the host is what the test built, so that the comparisons meant something.
     Texts expected;
-    for (const auto& row : fntest::readTable("inet_interfaces.tsv", 8)) {
+    for (const auto& row : fntest::readTable("inet_interfaces.tsv", 9)) {
         expected.push_back(rowText(row.fields));
     }
     std::sort(rows.begin(), rows.end());

@@ -29,6 +29,13 @@ public:
     /// reports such an IPv4 mask.
     static std::vector<NetworkInterface> list();
 
+    /// Every interface the system lists, in its order, `list()`'s filter left out: also those
+    /// that are down, up but not running (no carrier), or without an IPv4 or IPv6 address, so
+    /// that a caller can show why `list()` passes one over (`isAdminUp`, `isUp`,
+    /// `getInterfaceAddresses`). Does not block on the network.
+    /// @throws what `list()` throws, for the same reasons.
+    static std::vector<NetworkInterface> listAll();
+
     /// The system's name of the interface (eth0, lo).
     std::string getIdentifier() const;
 
@@ -57,6 +64,10 @@ public:
 
     /// Whether the interface is both up and running.
     bool isUp() const;
+
+    /// Whether the interface is administratively up (IFF_UP, as `ip link set NAME up` sets it),
+    /// running or not: an interface that is up but not running has no carrier.
+    bool isAdminUp() const;
 
     bool isLoopback() const;
 

@@ -27,7 +27,8 @@ std::shared_ptr<NetworkInterfaceImpl> newInterface(const ifaddrs& entry,
     impl->identifier = entry.ifa_name;
     impl->index = LinkProperties::index(impl->identifier);
     impl->mtu = properties.mtu(impl->identifier);
-    impl->up = (entry.ifa_flags & IFF_UP) != 0 && (entry.ifa_flags & IFF_RUNNING) != 0;
+    impl->adminUp = (entry.ifa_flags & IFF_UP) != 0;
+    impl->up = impl->adminUp && (entry.ifa_flags & IFF_RUNNING) != 0;
     impl->loopback = (entry.ifa_flags & IFF_LOOPBACK) != 0;
     impl->multicast = (entry.ifa_flags & IFF_MULTICAST) != 0;
     return impl;
@@ -92,13 +93,13 @@ bool isListed(const NetworkInterfaceImpl& impl) {
     return impl.up && !impl.interfaceAddresses.empty();
 }
 
-std::vector<NetworkInterface> listUsableInterfaces(OwnedInterfaceList list) {
-    const auto all = listNetworkInterfaces(list.get());
+std::vector<NetworkInterface> listInterfaces(OwnedInterfaceList list, bool all) {
+    const auto found = listNetworkInterfaces(list.get());
     list.reset();
     std::vector<NetworkInterface> result;
-    result.reserve(all.size());
-    for (const auto& impl : all) {
-        if (isListed(*impl)) {
+    result.reserve(found.size());
+    for (const auto& impl : found) {
+        if (all || isListed(*impl)) {
             result.emplace_back(impl);
         }
     }

@@ -24,9 +24,9 @@ std::vector<std::shared_ptr<NetworkInterfaceImpl>> listNetworkInterfaces(ifaddrs
 /// A system list with the function that releases it (freeifaddrs for a real one).
 using OwnedInterfaceList = std::unique_ptr<ifaddrs, void (*)(ifaddrs*)>;
 
-/// Runs listNetworkInterfaces on `list`, releases it (also when that throws), then keeps the
-/// interfaces that are up and carry at least one IP address, in order.
-std::vector<NetworkInterface> listUsableInterfaces(OwnedInterfaceList list);
+/// Runs listNetworkInterfaces on `list`, releases it (also when that throws), then keeps, in
+/// order, every interface when `all`, else those that are up and carry at least one IP address.
+std::vector<NetworkInterface> listInterfaces(OwnedInterfaceList list, bool all);
 
 /// Whether NetworkInterface::list keeps an interface: up and running, with an IP address.
 bool isListed(const NetworkInterfaceImpl& impl);
