@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
     g++ cmake ninja-build pkg-config
     libboost1.81-dev libboost-url1.81-dev libicu-dev
-    libgtest-dev libbenchmark-dev
+    libgtest-dev libbenchmark-dev libcli11-dev
     iproute2 dnsmasq-base
     liburiparser-dev libidn2-dev
     clang-14 libclang-rt-14-dev

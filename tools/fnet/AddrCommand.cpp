@@ -27,26 +27,7 @@ const Predicate kPredicates[] = {
     {"v4Mapped", "v4-mapped", &foundation::network::InetAddress::isV4Mapped},
 };
 
-}  // namespace
-
-int runAddr(int argc, char** argv) {
-    Cli cli("addr", "[--json] [--] TEXT...",
-            "Parses each numeric IPv4 or IPv6 address (no name lookup) and prints its version,\n"
-            "the predicates that hold (loopback, multicast, unspecified, link-local, private,\n"
-            "v4-mapped: each judges an IPv4-mapped address as IPv6), its scope id, its bytes and\n"
-            "its canonical text. Plain output: one line per address, tab-separated: its text,\n"
-            "IPv4 or IPv6, the words of the predicates that hold, \"unmapped\" and the IPv4\n"
-            "address inside a mapped one, \"scope\" and the scope id when it is not 0, \"bytes\"\n"
-            "and the bytes in decimal. With --json: the keys input, version, loopback, multicast,\n"
-            "unspecified, linkLocal, private, v4Mapped, unmapped (the IPv4 text, or null),\n"
-            "scopeId, bytes (an array of numbers), text and error. Text that is no address\n"
-            "literal prints the parser's message and counts as failed.");
-    if (const auto status = cli.parse(argc, argv)) {
-        return *status;
-    }
-    if (cli.arguments().empty()) {
-        return cli.usageError("no address given");
-    }
+Job prepare(const Cli& cli) {
     const bool json = cli.json();
     const auto handler = [json](std::span<const std::string_view> items, Outcome& out) {
         const foundation::network::InetAddress address{std::string(items[0])};
@@ -84,7 +65,28 @@ int runAddr(int argc, char** argv) {
         keys.push_back(predicate.key);
     }
     keys.insert(keys.end(), {"unmapped", "scopeId", "bytes", "text"});
-    return runInputs(cli, 0, keys, [&]() -> Handler { return handler; });
+    return {keys, [handler]() -> Handler { return handler; }};
 }
+
+}  // namespace
+
+const Command kAddrCommand{
+    .name = "addr",
+    .summary = "classify and print IP address literals",
+    .usage = "[--json] [--] TEXT...",
+    .description =
+        "Parses each numeric IPv4 or IPv6 address (no name lookup) and prints its version,\n"
+        "the predicates that hold (loopback, multicast, unspecified, link-local, private,\n"
+        "v4-mapped: each judges an IPv4-mapped address as IPv6), its scope id, its bytes and\n"
+        "its canonical text. Plain output: one line per address, tab-separated: its text,\n"
+        "IPv4 or IPv6, the words of the predicates that hold, \"unmapped\" and the IPv4\n"
+        "address inside a mapped one, \"scope\" and the scope id when it is not 0, \"bytes\"\n"
+        "and the bytes in decimal. With --json: the keys input, version, loopback, multicast,\n"
+        "unspecified, linkLocal, private, v4Mapped, unmapped (the IPv4 text, or null),\n"
+        "scopeId, bytes (an array of numbers), text and error. Text that is no address\n"
+        "literal prints the parser's message and counts as failed.",
+    .inputs = {.missing = "no address given"},
+    .prepare = prepare,
+};
 
 }  // namespace fnet

@@ -16,31 +16,9 @@ namespace fnet {
 using foundation::network::IRI;
 using foundation::network::IRIArgs;
 
-int runBuild(int argc, char** argv) {
-    Cli cli("build",
-            "[--json] [--scheme S] [--user-info U] [--host H] [--port N] [--path P] "
-            "[--query Q] [--fragment F]",
-            "Builds an IRI from the components given (UTF-8, unescaped: the IRI escapes what\n"
-            "needs escaping) and prints it as `fnet iri` does. Refused combinations print\n"
-            "their reason (\"Malformed scheme\", \"User Info requires a host\", \"Port requires\n"
-            "a host\", \"Path cannot be relative if authority present\") and exit with 1. With\n"
-            "--json: one object with the keys of `fnet iri --json` (input is the options given).",
-            {{"--scheme", "S", "the scheme"},
-             {"--user-info", "U", "the user info"},
-             {"--host", "H", "the host (an IP literal with its brackets: [::1])"},
-             {"--port", "N", "the port, 0 to 65535"},
-             {"--path", "P", "the path"},
-             {"--query", "Q", "the query"},
-             {"--fragment", "F", "the fragment"},
-             {"--query-as-octets", "", "store the query as its UTF-8 octets"},
-             {"--scheme-checked", "", "skip the scheme check"}});
-    cli.takesNoInput();
-    if (const auto status = cli.parse(argc, argv)) {
-        return *status;
-    }
-    if (!cli.arguments().empty()) {
-        return cli.usageError("takes no positional argument");
-    }
+namespace {
+
+int run(const Cli& cli) {
     IRIArgs args;
     std::string input;
     std::string error;
@@ -63,7 +41,7 @@ int runBuild(int argc, char** argv) {
         unsigned value = 0;
         const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), value);
         if (code != std::errc() || end != text.data() + text.size() || value > 65535) {
-            return cli.usageError("--port needs a number from 0 to 65535");
+            throw UsageError("--port needs a number from 0 to 65535");
         }
         args.setPort(static_cast<std::uint16_t>(value));
         input += (input.empty() ? "" : " ") + std::string("--port ") + text;
@@ -92,5 +70,31 @@ int runBuild(int argc, char** argv) {
     }
     return writeOutcome(cli, kIriKeys, outcome, input);
 }
+
+}  // namespace
+
+const Command kBuildCommand{
+    .name = "build",
+    .summary = "build an IRI from separately given components",
+    .usage =
+        "[--json] [--scheme S] [--user-info U] [--host H] [--port N] [--path P] "
+        "[--query Q] [--fragment F]",
+    .description =
+        "Builds an IRI from the components given (UTF-8, unescaped: the IRI escapes what\n"
+        "needs escaping) and prints it as `fnet iri` does. Refused combinations print\n"
+        "their reason (\"Malformed scheme\", \"User Info requires a host\", \"Port requires\n"
+        "a host\", \"Path cannot be relative if authority present\") and exit with 1. With\n"
+        "--json: one object with the keys of `fnet iri --json` (input is the options given).",
+    .options = {{"--scheme", "S", "the scheme"},
+                {"--user-info", "U", "the user info"},
+                {"--host", "H", "the host (an IP literal with its brackets: [::1])"},
+                {"--port", "N", "the port, 0 to 65535"},
+                {"--path", "P", "the path"},
+                {"--query", "Q", "the query"},
+                {"--fragment", "F", "the fragment"},
+                {"--query-as-octets", "", "store the query as its UTF-8 octets"},
+                {"--scheme-checked", "", "skip the scheme check"}},
+    .run = run,
+};
 
 }  // namespace fnet

@@ -1,14 +1,16 @@
 /// @file
-/// @brief Command-line conventions shared by every fnet subcommand.
+/// @brief Command-line conventions shared by every fnet subcommand, parsed with CLI11.
 ///
 /// Every subcommand takes `--help`, `--json` and `--` (end of options); one that reads inputs also
 /// takes `--jobs N`, and an input `-` stands for the lines of standard input, one input per line.
-/// Exit status: 0 when every input succeeded, 1 when any failed (its message printed, the rest
-/// still processed), 2 on a usage error.
+/// An option's value may follow it or be joined to it (`--jobs=4`). Exit status: 0 when every
+/// input succeeded, 1 when any failed (its message printed, the rest still processed), 2 on a
+/// usage error.
 #pragma once
 
 #include <map>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,11 +28,19 @@ struct Option {
     std::string help;
 };
 
-/// Parses one subcommand's arguments. `--json` and `--help` are always accepted.
+/// What a command's set-up throws for options that do not go together: the runner prints it
+/// as a usage error (exit status 2).
+struct UsageError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+struct Command;
+
+/// One subcommand's arguments, parsed after its description. `--json` and `--help` are always
+/// accepted.
 class Cli {
 public:
-    Cli(std::string command, std::string usage, std::string description,
-        std::vector<Option> options = {});
+    explicit Cli(const Command& command);
 
     /// Parses argv (argv[0] is the subcommand's name). Returns an exit status when the caller
     /// must stop at once (--help printed: 0; usage error printed: 2), else nothing.
@@ -46,7 +56,7 @@ public:
     /// How many threads may process inputs (--jobs; default: the number of cores).
     unsigned jobs() const { return jobs_; }
 
-    const std::string& command() const { return command_; }
+    const std::string& command() const { return name_; }
 
     /// Prints "fnet CMD: message" and the usage line to stderr; returns kExitUsage.
     int usageError(std::string_view message) const;
@@ -54,25 +64,18 @@ public:
     /// Prints "fnet CMD: message" to stderr (a failure of a command without inputs).
     void error(std::string_view message) const;
 
-    std::string helpText() const;
-
-    /// Marks a subcommand that reads no inputs (hostname, interfaces, build): its --help then
-    /// says "0 on success, 1 on failure" instead of speaking of inputs.
-    Cli& takesNoInput() {
-        takesInput_ = false;
-        return *this;
-    }
-
 private:
-    std::string command_;
-    std::string usage_;
-    std::string description_;
-    std::vector<Option> options_;
+    const Command& command_;
+    std::string name_;
     bool json_ = false;
-    bool takesInput_ = true;
     unsigned jobs_ = 1;
     std::map<std::string, std::string> values_;
     std::vector<std::string> arguments_;
 };
+
+/// Runs a subcommand: parses its arguments after its description, checks the number of inputs,
+/// then runs its inputs through the runner (or, for a command without inputs, the command).
+/// Returns the exit status.
+int runCommand(const Command& command, int argc, char** argv);
 
 }  // namespace fnet

@@ -1,35 +1,63 @@
 /// @file
-/// @brief The subcommands of fnet. Each takes argv with argv[0] set to its own name and returns
-/// the process exit status.
+/// @brief The subcommands of fnet: each is one description (name, summary, usage, help, options,
+/// inputs) and the code for its own work; runCommand (Cli.h) does the rest for all of them.
 #pragma once
+
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+#include "Cli.h"
+#include "Runner.h"
 
 namespace fnet {
 
-struct Command {
-    const char* name;
-    const char* summary;
-    int (*run)(int argc, char** argv);
+/// What a command with inputs hands the runner: its record's keys and a handler per worker.
+struct Job {
+    RecordKeys keys;
+    std::function<Handler()> makeHandler;
 };
 
-/// fnet version: the version of the tool and library.
-int runVersion(int argc, char** argv);
+/// How many positional arguments a command with inputs needs, and how the runner feeds them.
+struct Inputs {
+    /// The fewest positional arguments, and the usage error when there are fewer.
+    std::size_t fewest = 1;
+    const char* missing = "no input";
+    /// The positional arguments before this index are not inputs (the base of `resolve`).
+    std::size_t from = 0;
+    InputShape shape = {};
+};
 
-/// fnet parse: IRI references checked by the grammar, with their components.
-int runParse(int argc, char** argv);
-int runIri(int argc, char** argv);
-int runResolve(int argc, char** argv);
-int runRelativize(int argc, char** argv);
-int runBuild(int argc, char** argv);
-int runCompare(int argc, char** argv);
-int runNormalize(int argc, char** argv);
+struct Command {
+    const char* name;
+    const char* summary;      ///< its line in `fnet --help`
+    const char* usage;        ///< what follows "usage: fnet NAME "
+    const char* description;  ///< the paragraph of `fnet NAME --help`
+    std::vector<Option> options = {};
+    Inputs inputs = {};
+    /// A command with inputs: reads its options and says what to do with each input (throws
+    /// UsageError for options that do not go together).
+    Job (*prepare)(const Cli& cli) = nullptr;
+    /// A command without inputs: does its work and returns the exit status.
+    int (*run)(const Cli& cli) = nullptr;
 
-/// fnet idn: host names between Unicode and ASCII form.
-int runIdn(int argc, char** argv);
-int runAddr(int argc, char** argv);
-int runLookup(int argc, char** argv);
-int runReverse(int argc, char** argv);
-int runCanonical(int argc, char** argv);
-int runHostname(int argc, char** argv);
-int runInterfaces(int argc, char** argv);
+    bool takesInput() const { return prepare != nullptr; }
+};
+
+extern const Command kVersionCommand;
+extern const Command kParseCommand;
+extern const Command kIriCommand;
+extern const Command kResolveCommand;
+extern const Command kRelativizeCommand;
+extern const Command kBuildCommand;
+extern const Command kCompareCommand;
+extern const Command kNormalizeCommand;
+extern const Command kIdnCommand;
+extern const Command kAddrCommand;
+extern const Command kLookupCommand;
+extern const Command kReverseCommand;
+extern const Command kCanonicalCommand;
+extern const Command kHostnameCommand;
+extern const Command kInterfacesCommand;
 
 }  // namespace fnet

@@ -10,19 +10,9 @@ namespace fnet {
 
 using foundation::network::IRI;
 
-int runCompare(int argc, char** argv) {
-    Cli cli("compare", "[--json] [--] A B [A B]...",
-            "Compares each pair of IRIs A and B: equal (A == B), less (A < B, the text order)\n"
-            "and both hash values. Inputs are taken two by two (with '-', lines of standard\n"
-            "input alternate A and B). Plain output: one line per pair,\n"
-            "\"equal=BOOL less=BOOL hashA=N hashB=N\". With --json: one object per pair with\n"
-            "the keys input ([A, B]), equal, less, hashA, hashB (numbers) and error.");
-    if (const auto status = cli.parse(argc, argv)) {
-        return *status;
-    }
-    if (cli.arguments().empty()) {
-        return cli.usageError("needs IRIs in pairs: A B");
-    }
+namespace {
+
+Job prepare(const Cli& cli) {
     const bool json = cli.json();
     const auto handler = [json](std::span<const std::string_view> items, Outcome& out) {
         std::string error;
@@ -50,8 +40,23 @@ int runCompare(int argc, char** argv) {
                        " hashB=" + std::to_string(b->hashValue()) + "\n";
         }
     };
-    return runInputs(cli, 0, {"equal", "less", "hashA", "hashB"},
-                     [&]() -> Handler { return handler; }, {.group = 2});
+    return {{"equal", "less", "hashA", "hashB"}, [handler]() -> Handler { return handler; }};
 }
+
+}  // namespace
+
+const Command kCompareCommand{
+    .name = "compare",
+    .summary = "compare pairs of IRIs: equal, less, hashes",
+    .usage = "[--json] [--] A B [A B]...",
+    .description =
+        "Compares each pair of IRIs A and B: equal (A == B), less (A < B, the text order)\n"
+        "and both hash values. Inputs are taken two by two (with '-', lines of standard\n"
+        "input alternate A and B). Plain output: one line per pair,\n"
+        "\"equal=BOOL less=BOOL hashA=N hashB=N\". With --json: one object per pair with\n"
+        "the keys input ([A, B]), equal, less, hashA, hashB (numbers) and error.",
+    .inputs = {.missing = "needs IRIs in pairs: A B", .shape = {.group = 2}},
+    .prepare = prepare,
+};
 
 }  // namespace fnet

@@ -8,17 +8,9 @@
 
 namespace fnet {
 
-int runHostname(int argc, char** argv) {
-    Cli cli("hostname", "[--json]",
-            "Prints the local host's name as gethostname reports it, one line, or with --json\n"
-            "one object with the keys name and error (null, or the system's message).");
-    cli.takesNoInput();
-    if (const auto status = cli.parse(argc, argv)) {
-        return *status;
-    }
-    if (!cli.arguments().empty()) {
-        return cli.usageError("takes no input");
-    }
+namespace {
+
+int run(const Cli& cli) {
     Outcome outcome;
     try {
         const std::string name = foundation::network::getLocalHostName();
@@ -29,5 +21,17 @@ int runHostname(int argc, char** argv) {
     }
     return writeOutcome(cli, {"name"}, outcome);
 }
+
+}  // namespace
+
+const Command kHostnameCommand{
+    .name = "hostname",
+    .summary = "the local host's name",
+    .usage = "[--json]",
+    .description =
+        "Prints the local host's name as gethostname reports it, one line, or with --json\n"
+        "one object with the keys name and error (null, or the system's message).",
+    .run = run,
+};
 
 }  // namespace fnet

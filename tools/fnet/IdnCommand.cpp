@@ -39,12 +39,50 @@ Converted convert(const IdnConverter& converter, bool toAscii, std::string_view 
     return converted;
 }
 
+Job prepare(const Cli& cli) {
+    if (cli.has("--to-ascii") && cli.has("--to-unicode")) {
+        throw UsageError("--to-ascii and --to-unicode exclude each other");
+    }
+    const bool toAscii = !cli.has("--to-unicode");
+    const bool json = cli.json();
+    const bool strict = cli.has("--strict");
+    IdnOptions options;
+    options.nontransitional = cli.has("--nontransitional");
+    options.useStd3Rules = cli.has("--std3");
+    options.checkBidi = options.checkContextJ = options.checkContextO = strict;
+    return {{"direction", "output", "errors"}, [toAscii, json, strict, options]() -> Handler {
+                // One engine per worker, reused for every input.
+                return [toAscii, json, strict, converter = IdnConverter(options)](
+                           std::span<const std::string_view> items, Outcome& out) {
+                    Converted converted = convert(converter, toAscii, items[0]);
+                    if (strict && converted.labelErrors && !converted.labelErrors->empty()) {
+                        converted.output.reset();
+                        converted.error = "label errors: " + converted.labelErrors->toString();
+                    }
+                    if (json) {
+                        out.keys["direction"] = toAscii ? "toAscii" : "toUnicode";
+                        setText(out.keys["output"], converted.output);
+                        if (converted.labelErrors) {
+                            setTexts(out.keys["errors"], converted.labelErrors->names());
+                        }
+                    } else if (converted.output) {
+                        out.text = *converted.output + "\n";
+                    }
+                    if (!converted.output) {
+                        out.fail(converted.error);
+                    }
+                };
+            }};
+}
+
 }  // namespace
 
-int runIdn(int argc, char** argv) {
-    Cli cli(
-        "idn",
+const Command kIdnCommand{
+    .name = "idn",
+    .summary = "convert host names between Unicode and ASCII (Punycode) form",
+    .usage =
         "[--to-ascii|--to-unicode] [--nontransitional] [--std3] [--strict] [--json] [--] NAME...",
+    .description =
         "Converts host names between Unicode and ASCII (Punycode) form after Unicode TS #46\n"
         "(transitional processing unless --nontransitional). Labels ICU finds faulty are\n"
         "printed as ICU writes them, unless --strict refuses the name and names its errors\n"
@@ -54,51 +92,14 @@ int runIdn(int argc, char** argv) {
         "(the names of the label errors ICU found, [] when none, null when ICU was not\n"
         "asked) and error (output or error null). A name that is not UTF-8 fails with\n"
         "\"input is not valid UTF-8\".",
-        {{"--to-ascii", "", "Unicode to ASCII form (the default)"},
-         {"--to-unicode", "", "ASCII to Unicode form"},
-         {"--nontransitional", "",
-          "keep deviation characters (\u00df, \u03c2, ZWJ, ZWNJ) as browsers do"},
-         {"--std3", "", "STD3 rules: only letters, digits and hyphens in ASCII"},
-         {"--strict", "", "check Bidi, ContextJ, ContextO; fail names with label errors"}});
-    if (const auto status = cli.parse(argc, argv)) {
-        return *status;
-    }
-    if (cli.has("--to-ascii") && cli.has("--to-unicode")) {
-        return cli.usageError("--to-ascii and --to-unicode exclude each other");
-    }
-    if (cli.arguments().empty()) {
-        return cli.usageError("no NAME given");
-    }
-    const bool toAscii = !cli.has("--to-unicode");
-    const bool json = cli.json();
-    const bool strict = cli.has("--strict");
-    IdnOptions options;
-    options.nontransitional = cli.has("--nontransitional");
-    options.useStd3Rules = cli.has("--std3");
-    options.checkBidi = options.checkContextJ = options.checkContextO = strict;
-    return runInputs(cli, 0, {"direction", "output", "errors"}, [&]() -> Handler {
-        // One engine per worker, reused for every input.
-        return [toAscii, json, strict, converter = IdnConverter(options)](
-                   std::span<const std::string_view> items, Outcome& out) {
-            Converted converted = convert(converter, toAscii, items[0]);
-            if (strict && converted.labelErrors && !converted.labelErrors->empty()) {
-                converted.output.reset();
-                converted.error = "label errors: " + converted.labelErrors->toString();
-            }
-            if (json) {
-                out.keys["direction"] = toAscii ? "toAscii" : "toUnicode";
-                setText(out.keys["output"], converted.output);
-                if (converted.labelErrors) {
-                    setTexts(out.keys["errors"], converted.labelErrors->names());
-                }
-            } else if (converted.output) {
-                out.text = *converted.output + "\n";
-            }
-            if (!converted.output) {
-                out.fail(converted.error);
-            }
-        };
-    });
-}
+    .options = {{"--to-ascii", "", "Unicode to ASCII form (the default)"},
+                {"--to-unicode", "", "ASCII to Unicode form"},
+                {"--nontransitional", "",
+                 "keep deviation characters (\u00df, \u03c2, ZWJ, ZWNJ) as browsers do"},
+                {"--std3", "", "STD3 rules: only letters, digits and hyphens in ASCII"},
+                {"--strict", "", "check Bidi, ContextJ, ContextO; fail names with label errors"}},
+    .inputs = {.missing = "no NAME given"},
+    .prepare = prepare,
+};
 
 }  // namespace fnet

@@ -46,23 +46,7 @@ Outcome describe(const NetworkInterface& interface) {
     return outcome;
 }
 
-}  // namespace
-
-int runInterfaces(int argc, char** argv) {
-    Cli cli("interfaces", "[--json]",
-            "Lists the host's interfaces that are up and running and carry an IP address: name,\n"
-            "state, link-layer address, \"index\" and the kernel's index, \"mtu\" and the MTU,\n"
-            "and addresses with prefix lengths, in the system's order, one line per interface\n"
-            "(in the manner of `ip -br addr`). With --json: one object per interface with the\n"
-            "keys name, index, mtu, up, loopback, multicast, mac (\"\" when none), addresses\n"
-            "(\"ADDRESS/PREFIX\" texts) and error (null, or the system's message).");
-    cli.takesNoInput();
-    if (const auto status = cli.parse(argc, argv)) {
-        return *status;
-    }
-    if (!cli.arguments().empty()) {
-        return cli.usageError("takes no input");
-    }
+int run(const Cli& cli) {
     std::vector<NetworkInterface> interfaces;
     try {
         interfaces = NetworkInterface::list();
@@ -76,5 +60,21 @@ int runInterfaces(int argc, char** argv) {
     }
     return kExitOk;
 }
+
+}  // namespace
+
+const Command kInterfacesCommand{
+    .name = "interfaces",
+    .summary = "the host's network interfaces and addresses",
+    .usage = "[--json]",
+    .description =
+        "Lists the host's interfaces that are up and running and carry an IP address: name,\n"
+        "state, link-layer address, \"index\" and the kernel's index, \"mtu\" and the MTU,\n"
+        "and addresses with prefix lengths, in the system's order, one line per interface\n"
+        "(in the manner of `ip -br addr`). With --json: one object per interface with the\n"
+        "keys name, index, mtu, up, loopback, multicast, mac (\"\" when none), addresses\n"
+        "(\"ADDRESS/PREFIX\" texts) and error (null, or the system's message).",
+    .run = run,
+};
 
 }  // namespace fnet

@@ -21,31 +21,31 @@ std::optional<foundation::network::IRI> readIri(std::string_view utf8, std::stri
     }
 }
 
-int runAgainstBase(const Cli& cli, const RecordKeys& keys, const AgainstBase& handle) {
-    const std::string& baseText = cli.arguments().front();
+Job againstBase(const Cli& cli, RecordKeys keys, AgainstBase handle) {
+    std::string baseText = cli.arguments().front();
     std::string baseError;
-    const std::optional<foundation::network::IRI> base = readIri(baseText, baseError);
+    std::optional<foundation::network::IRI> base = readIri(baseText, baseError);
     const bool json = cli.json();
-    return runInputs(cli, 1, keys, [&]() -> Handler {
-        // Each worker works against its own copy of the base.
-        return [&, base](std::span<const std::string_view> items, Outcome& out) {
-            if (json) {
-                out.keys["base"] = jsonSafe(baseText);
-            }
-            if (!base) {
-                out.subject = baseText;
-                out.fail("base: " + baseError);
-                return;
-            }
-            std::string error;
-            const std::optional<foundation::network::IRI> iri = readIri(items[0], error);
-            if (!iri) {
-                out.fail(error);
-                return;
-            }
-            handle(*iri, *base, out);
-        };
-    });
+    return {std::move(keys), [=]() -> Handler {
+                // Each worker works against its own copy of the base.
+                return [=](std::span<const std::string_view> items, Outcome& out) {
+                    if (json) {
+                        out.keys["base"] = jsonSafe(baseText);
+                    }
+                    if (!base) {
+                        out.subject = baseText;
+                        out.fail("base: " + baseError);
+                        return;
+                    }
+                    std::string error;
+                    const std::optional<foundation::network::IRI> iri = readIri(items[0], error);
+                    if (!iri) {
+                        out.fail(error);
+                        return;
+                    }
+                    handle(*iri, *base, out);
+                };
+            }};
 }
 
 }  // namespace fnet

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "Runner.h"
+#include "Commands.h"
 #include "foundation/network/IRI.h"
 
 namespace fnet {
@@ -20,9 +20,9 @@ std::optional<foundation::network::IRI> readIri(std::string_view utf8, std::stri
 using AgainstBase = std::function<void(const foundation::network::IRI& iri,
                                        const foundation::network::IRI& base, Outcome& out)>;
 
-/// Runs a "BASE IRI..." command: the first argument is the base, every input an IRI handed to
-/// `handle` with it. The record carries the base; a base that does not parse fails every input
-/// with a message about the base.
-int runAgainstBase(const Cli& cli, const RecordKeys& keys, const AgainstBase& handle);
+/// The job of a "BASE IRI..." command (its inputs from the second argument on): the first
+/// argument is the base, every input an IRI handed to `handle` with it. The record carries the
+/// base; a base that does not parse fails every input with a message about the base.
+Job againstBase(const Cli& cli, RecordKeys keys, AgainstBase handle);
 
 }  // namespace fnet

@@ -11,21 +11,9 @@ namespace fnet {
 
 using foundation::network::InetAddress;
 
-int runLookup(int argc, char** argv) {
-    Cli cli("lookup", "[--first] [--json] [--] NAME...",
-            "Resolves each name and prints every address the system resolver returns, in its\n"
-            "order: one line per name, the name then each address, tab-separated. With --json:\n"
-            "one object per name with the keys input (the name), addresses (an array of texts)\n"
-            "and error. A resolver failure prints the resolver's message (\"Host not found\n"
-            "(authoritative)\") and counts as failed. Blocks for as long as the resolver takes;\n"
-            "with --jobs N, N names are looked up at once.",
-            {{"--first", "", "only the first address (InetAddress::getByName)"}});
-    if (const auto status = cli.parse(argc, argv)) {
-        return *status;
-    }
-    if (cli.arguments().empty()) {
-        return cli.usageError("no name given");
-    }
+namespace {
+
+Job prepare(const Cli& cli) {
     const bool first = cli.has("--first");
     const bool json = cli.json();
     const auto handler = [first, json](std::span<const std::string_view> items, Outcome& out) {
@@ -48,8 +36,26 @@ int runLookup(int argc, char** argv) {
         }
         out.text += "\n";
     };
-    // Each input waits on the resolver: every one may have a thread.
-    return runInputs(cli, 0, {"addresses"}, [&]() -> Handler { return handler; }, {.perThread = 1});
+    return {{"addresses"}, [handler]() -> Handler { return handler; }};
 }
+
+}  // namespace
+
+const Command kLookupCommand{
+    .name = "lookup",
+    .summary = "resolve host names to addresses",
+    .usage = "[--first] [--json] [--] NAME...",
+    .description =
+        "Resolves each name and prints every address the system resolver returns, in its\n"
+        "order: one line per name, the name then each address, tab-separated. With --json:\n"
+        "one object per name with the keys input (the name), addresses (an array of texts)\n"
+        "and error. A resolver failure prints the resolver's message (\"Host not found\n"
+        "(authoritative)\") and counts as failed. Blocks for as long as the resolver takes;\n"
+        "with --jobs N, N names are looked up at once.",
+    .options = {{"--first", "", "only the first address (InetAddress::getByName)"}},
+    // Each input waits on the resolver: every one may have a thread.
+    .inputs = {.missing = "no name given", .shape = {.perThread = 1}},
+    .prepare = prepare,
+};
 
 }  // namespace fnet

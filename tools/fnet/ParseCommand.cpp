@@ -104,32 +104,32 @@ void parseOne(std::string_view input, Outcome& out, bool json) {
     out.text += "\n";
 }
 
+Job prepare(const Cli& cli) {
+    const bool json = cli.json();
+    return {{"valid", "scheme", "userInfo", "host", "port", "path", "query", "fragment"},
+            [json]() -> Handler {
+                return [json](std::span<const std::string_view> items, Outcome& out) {
+                    parseOne(items[0], out, json);
+                };
+            }};
+}
+
 }  // namespace
 
-int runParse(int argc, char** argv) {
-    Cli cli("parse", "[--json] [--] TEXT...",
-            "Checks each TEXT (UTF-8) against the IRI grammar (RFC 3987 IRI-reference, a port\n"
-            "from 0 to 65535) and shows its components: scheme, userInfo, host, port, path,\n"
-            "query, fragment, each with its text as written or absent. A present component may\n"
-            "be empty (\"x://@h?\" has an empty user info and query). Plain output: a block\n"
-            "of \"name value\" lines per input (valid yes/no, then each component quoted, or\n"
-            "(absent)), a blank line after it. With --json: one object per input with the keys\n"
-            "input, valid, scheme, userInfo, host, port, path, query, fragment (text or null)\n"
-            "and error (null, or the message). Text the grammar refuses counts as failed.");
-    if (const auto status = cli.parse(argc, argv)) {
-        return *status;
-    }
-    if (cli.arguments().empty()) {
-        return cli.usageError("no input");
-    }
-    const bool json = cli.json();
-    return runInputs(cli, 0,
-                     {"valid", "scheme", "userInfo", "host", "port", "path", "query", "fragment"},
-                     [json]() -> Handler {
-                         return [json](std::span<const std::string_view> items, Outcome& out) {
-                             parseOne(items[0], out, json);
-                         };
-                     });
-}
+const Command kParseCommand{
+    .name = "parse",
+    .summary = "check IRI references and show their seven components",
+    .usage = "[--json] [--] TEXT...",
+    .description =
+        "Checks each TEXT (UTF-8) against the IRI grammar (RFC 3987 IRI-reference, a port\n"
+        "from 0 to 65535) and shows its components: scheme, userInfo, host, port, path,\n"
+        "query, fragment, each with its text as written or absent. A present component may\n"
+        "be empty (\"x://@h?\" has an empty user info and query). Plain output: a block\n"
+        "of \"name value\" lines per input (valid yes/no, then each component quoted, or\n"
+        "(absent)), a blank line after it. With --json: one object per input with the keys\n"
+        "input, valid, scheme, userInfo, host, port, path, query, fragment (text or null)\n"
+        "and error (null, or the message). Text the grammar refuses counts as failed.",
+    .prepare = prepare,
+};
 
 }  // namespace fnet

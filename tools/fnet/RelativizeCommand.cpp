@@ -24,25 +24,9 @@ bool readsBack(const IRI& relative, const IRI& base, const IRI& iri) {
     }
 }
 
-}  // namespace
-
-int runRelativize(int argc, char** argv) {
-    Cli cli("relativize", "[--json] [--] BASE IRI...",
-            "Writes each IRI as a reference relative to BASE and prints it, one per line\n"
-            "(toString). Resolving it against BASE gives the IRI back, except for a base path\n"
-            "not ending in \"/\" two or more directories below the shared prefix (one \"..\" too\n"
-            "few). IRIs that cannot be made relative print the reason and count as failed.\n"
-            "With --json: one object per IRI with the keys input (the IRI), base, relative,\n"
-            "roundTrip (whether the printed reference, parsed and resolved against base, gives\n"
-            "the text of the IRI back) and error.");
-    if (const auto status = cli.parse(argc, argv)) {
-        return *status;
-    }
-    if (cli.arguments().size() < 2) {
-        return cli.usageError("needs a base and at least one IRI");
-    }
+Job prepare(const Cli& cli) {
     const bool json = cli.json();
-    const auto relativize = [&](const IRI& iri, const IRI& base, Outcome& out) {
+    const auto relativize = [json](const IRI& iri, const IRI& base, Outcome& out) {
         const IRI result = iri.makeRelativeTo(base);
         const bool roundTrip = readsBack(result, base, iri);
         const std::string relative = utf16ToUtf8(result.toString(false));
@@ -53,7 +37,25 @@ int runRelativize(int argc, char** argv) {
             out.text = relative + "\n";
         }
     };
-    return runAgainstBase(cli, {"base", "relative", "roundTrip"}, relativize);
+    return againstBase(cli, {"base", "relative", "roundTrip"}, relativize);
 }
+
+}  // namespace
+
+const Command kRelativizeCommand{
+    .name = "relativize",
+    .summary = "write IRIs relative to a base IRI",
+    .usage = "[--json] [--] BASE IRI...",
+    .description =
+        "Writes each IRI as a reference relative to BASE and prints it, one per line\n"
+        "(toString). Resolving it against BASE gives the IRI back, except for a base path\n"
+        "not ending in \"/\" two or more directories below the shared prefix (one \"..\" too\n"
+        "few). IRIs that cannot be made relative print the reason and count as failed.\n"
+        "With --json: one object per IRI with the keys input (the IRI), base, relative,\n"
+        "roundTrip (whether the printed reference, parsed and resolved against base, gives\n"
+        "the text of the IRI back) and error.",
+    .inputs = {.fewest = 2, .missing = "needs a base and at least one IRI", .from = 1},
+    .prepare = prepare,
+};
 
 }  // namespace fnet

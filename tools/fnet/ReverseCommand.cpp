@@ -11,17 +11,11 @@ namespace {
 
 using foundation::network::InetAddress;
 
-int runNameOfAddress(int argc, char** argv, const char* command, const char* description,
-                     std::string (InetAddress::*name)() const) {
-    Cli cli(command, "[--json] [--] ADDRESS...", description);
-    if (const auto status = cli.parse(argc, argv)) {
-        return *status;
-    }
-    if (cli.arguments().empty()) {
-        return cli.usageError("no address given");
-    }
+// The job of reverse and canonical: `name` of each address.
+template <std::string (InetAddress::*name)() const>
+Job prepare(const Cli& cli) {
     const bool json = cli.json();
-    const auto handler = [json, name](std::span<const std::string_view> items, Outcome& out) {
+    const auto handler = [json](std::span<const std::string_view> items, Outcome& out) {
         const std::string input(items[0]);
         const std::string found = (InetAddress(input).*name)();
         if (json) {
@@ -30,30 +24,38 @@ int runNameOfAddress(int argc, char** argv, const char* command, const char* des
             out.text = input + "\t" + found + "\n";
         }
     };
-    // Each input waits on the resolver: every one may have a thread.
-    return runInputs(cli, 0, {"name"}, [&]() -> Handler { return handler; }, {.perThread = 1});
+    return {{"name"}, [handler]() -> Handler { return handler; }};
 }
+
+// Each input waits on the resolver: every one may have a thread.
+constexpr Inputs kAddresses = {.missing = "no address given", .shape = {.perThread = 1}};
 
 }  // namespace
 
-int runReverse(int argc, char** argv) {
-    return runNameOfAddress(
-        argc, argv, "reverse",
+const Command kReverseCommand{
+    .name = "reverse",
+    .summary = "the name of each address (reverse lookup)",
+    .usage = "[--json] [--] ADDRESS...",
+    .description =
         "Prints the name the system resolver gives each address (its numeric text when it\n"
         "has none): one line per address, ADDRESS<TAB>NAME. With --json: one object per\n"
         "address with the keys input (the address), name and error. Blocks for as long as\n"
         "the resolver takes.",
-        &InetAddress::getHostName);
-}
+    .inputs = kAddresses,
+    .prepare = prepare<&InetAddress::getHostName>,
+};
 
-int runCanonical(int argc, char** argv) {
-    return runNameOfAddress(
-        argc, argv, "canonical",
+const Command kCanonicalCommand{
+    .name = "canonical",
+    .summary = "the canonical name of each address",
+    .usage = "[--json] [--] ADDRESS...",
+    .description =
         "Prints the canonical name of each address: its reverse-lookup name resolved with\n"
         "canonical names requested: one line per address, ADDRESS<TAB>NAME. With --json:\n"
         "one object per address with the keys input (the address), name and error. Blocks\n"
         "for as long as the resolver takes.",
-        &InetAddress::getCanonicalHostName);
-}
+    .inputs = kAddresses,
+    .prepare = prepare<&InetAddress::getCanonicalHostName>,
+};
 
 }  // namespace fnet

@@ -4,21 +4,25 @@
 
 namespace fnet {
 
-int runVersion(int argc, char** argv) {
-    Cli cli("version", "[--json]",
-            "Prints \"fnet VERSION\" (the tool is built with the library of the same version), or\n"
-            "with --json one object with the keys version and error (null).");
-    cli.takesNoInput();
-    if (const auto status = cli.parse(argc, argv)) {
-        return *status;
-    }
-    if (!cli.arguments().empty()) {
-        return cli.usageError("takes no input");
-    }
+namespace {
+
+int run(const Cli& cli) {
     Outcome outcome;
     outcome.keys["version"] = FNET_VERSION;
     outcome.text = "fnet " FNET_VERSION "\n";
     return writeOutcome(cli, {"version"}, outcome);
 }
+
+}  // namespace
+
+const Command kVersionCommand{
+    .name = "version",
+    .summary = "print the version of fnet and of the library",
+    .usage = "[--json]",
+    .description =
+        "Prints \"fnet VERSION\" (the tool is built with the library of the same version), or\n"
+        "with --json one object with the keys version and error (null).",
+    .run = run,
+};
 
 }  // namespace fnet

@@ -10,31 +10,18 @@ namespace fnet {
 namespace {
 
 // Subcommands in the order --help lists them.
-constexpr Command kCommands[] = {
-    {"version", "print the version of fnet and of the library", runVersion},
-    {"parse", "check IRI references and show their seven components", runParse},
-    {"iri", "parse IRIs and show every component in every Encoding and serialisation", runIri},
-    {"resolve", "resolve references against a base IRI", runResolve},
-    {"relativize", "write IRIs relative to a base IRI", runRelativize},
-    {"build", "build an IRI from separately given components", runBuild},
-    {"compare", "compare pairs of IRIs: equal, less, hashes", runCompare},
-    {"normalize", "write IRIs in normal form (case, escapes, dot segments, defaults)",
-     runNormalize},
-    {"idn", "convert host names between Unicode and ASCII (Punycode) form", runIdn},
-    {"addr", "classify and print IP address literals", runAddr},
-    {"lookup", "resolve host names to addresses", runLookup},
-    {"reverse", "the name of each address (reverse lookup)", runReverse},
-    {"canonical", "the canonical name of each address", runCanonical},
-    {"hostname", "the local host's name", runHostname},
-    {"interfaces", "the host's network interfaces and addresses", runInterfaces},
+const Command* const kCommands[] = {
+    &kVersionCommand, &kParseCommand,   &kIriCommand,       &kResolveCommand,  &kRelativizeCommand,
+    &kBuildCommand,   &kCompareCommand, &kNormalizeCommand, &kIdnCommand,      &kAddrCommand,
+    &kLookupCommand,  &kReverseCommand, &kCanonicalCommand, &kHostnameCommand, &kInterfacesCommand,
 };
 
 void printHelp(std::ostream& out) {
     out << "usage: fnet COMMAND [OPTIONS] [--] INPUT...\n\nCommands:\n";
-    for (const auto& command : kCommands) {
-        const std::size_t width = std::strlen(command.name);
-        out << "  " << command.name << std::string(width < 14 ? 14 - width : 1, ' ')
-            << command.summary << "\n";
+    for (const Command* command : kCommands) {
+        const std::size_t width = std::strlen(command->name);
+        out << "  " << command->name << std::string(width < 14 ? 14 - width : 1, ' ')
+            << command->summary << "\n";
     }
     out << "\nInputs are UTF-8 text: the arguments after the options, and with '-' the lines of\n"
            "standard input, one input per line. Every command takes --help (what it prints) and\n"
@@ -60,10 +47,10 @@ int main(int argc, char** argv) {
         printHelp(std::cout);
         return kExitOk;
     }
-    for (const auto& command : kCommands) {
-        if (name == command.name) {
+    for (const Command* command : kCommands) {
+        if (name == command->name) {
             try {
-                return command.run(argc - 1, argv + 1);
+                return runCommand(*command, argc - 1, argv + 1);
             } catch (const std::exception& e) {
                 std::cerr << "fnet " << name << ": " << e.what() << "\n";
                 return kExitFailed;
