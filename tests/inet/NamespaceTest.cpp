@@ -243,6 +243,36 @@ std::string rowOf(const boost::json::object& link) {
                     std::to_string(up && !addresses.empty())});
 }
 
+// NAME and why NetworkInterface::list() leaves the interface out, as `fnet interfaces --all
+// --json` says it, from one record.
+std::string leftOutOf(const boost::json::object& record) {
+    std::string reasons;
+    if (!record.at("leftOut").is_null()) {
+        for (const auto& reason : record.at("leftOut").as_array()) {
+            reasons += (reasons.empty() ? "" : ",") + boost::json::value_to<std::string>(reason);
+        }
+    }
+    return rowText({boost::json::value_to<std::string>(record.at("name")), reasons});
+}
+
+// The same from the kernel's view, one entry of `ip -j addr show`: down without the UP flag,
+// not running when up without the operational state up (or unknown), no IP address without an
+// address.
+std::string leftOutOfLink(const boost::json::object& link) {
+    std::set<std::string> flags;
+    for (const auto& flag : link.at("flags").as_array()) {
+        flags.insert(boost::json::value_to<std::string>(flag));
+    }
+    const auto state = link.at("operstate").as_string();
+    std::string reasons = flags.count("UP") == 0                ? "down"
+                          : state != "UP" && state != "UNKNOWN" ? "not running"
+                                                                : "";
+    if (link.at("addr_info").as_array().empty()) {
+        reasons += reasons.empty() ? "no IP address" : ",no IP address";
+    }
+    return rowText({boost::json::value_to<std::string>(link.at("ifname")), reasons});
+}
+
 TEST(InInterfaceHost, EveryInterfaceAsIpReportsIt) {
     FNTEST_INSIDE();
     using foundation::network::NetworkInterface;
@@ -258,12 +288,18 @@ TEST(InInterfaceHost, EveryInterfaceAsIpReportsIt) {
         indexes[interface.getIdentifier()] = interface.getIndex();
     }
     const auto report = boost::json::parse(fntest::run({"ip", "-j", "addr", "show"}).out);
+    Texts leftOut, leftOutFromIp;
+    for (const auto& line : fntest::lines(fntest::runFnet("interfaces --all --json").out)) {
+        leftOut.push_back(leftOutOf(boost::json::parse(line).as_object()));
+    }
     for (const auto& link : report.as_array()) {
+        leftOutFromIp.push_back(leftOutOfLink(link.as_object()));
         fromIp.push_back(rowOf(link.as_object()));
         ipIndexes[fromIp.back().substr(0, fromIp.back().find('\t'))] =
             link.at("ifindex").as_int64();
     }
     EXPECT_EQ(rows, fromIp);
+    EXPECT_EQ(leftOut, leftOutFromIp);  // fnet interfaces --all
     EXPECT_EQ(indexes, ipIndexes);
     Texts kept;
     std::copy_if(rows.begin(), rows.end(), std::back_inserter(kept),
