@@ -1,6 +1,7 @@
 // fnet reverse and fnet canonical: names of addresses through the system resolver.
 #include <string>
 
+#include "AddressInput.h"
 #include "Commands.h"
 #include "Json.h"
 #include "Runner.h"
@@ -17,7 +18,7 @@ Job prepare(const Cli& cli) {
     const bool json = cli.json();
     const auto handler = [json](std::span<const std::string_view> items, Outcome& out) {
         const std::string input(items[0]);
-        const std::string found = (InetAddress(input).*name)();
+        const std::string found = (readAddress(input).*name)();
         if (json) {
             out.keys["name"] = jsonSafe(found);
         } else {
