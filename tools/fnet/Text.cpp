@@ -1,14 +1,15 @@
 #include "Text.h"
 
+#include <algorithm>
 #include <boost/json/serialize.hpp>
 #include <boost/json/string_view.hpp>
-
-#include "text/Text.h"
+#include <stdexcept>
 
 namespace fnet {
 
 bool isAscii(std::string_view text) {
-    return foundation::text::isAscii(text);
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 bool isUtf8(std::string_view text) {
@@ -17,20 +18,18 @@ bool isUtf8(std::string_view text) {
 }
 
 std::optional<std::u16string> decodeInput(std::string_view utf8) {
-    std::u16string out;
-    if (foundation::text::utf8ToUtf16(utf8, out, false) != foundation::text::kWhole) {
+    try {
+        return foundation::network::utf8ToUtf16(utf8);
+    } catch (const std::invalid_argument&) {
         return std::nullopt;
     }
-    return out;
 }
 
 std::string sanitizeUtf8(std::string_view utf8) {
     if (isUtf8(utf8)) {
         return std::string(utf8);
     }
-    std::u16string text;
-    foundation::text::utf8ToUtf16(utf8, text, true);
-    return utf16ToUtf8(text);
+    return utf16ToUtf8(foundation::network::utf8ToUtf16Replacing(utf8));
 }
 
 std::string jsonString(std::string_view utf8) {

@@ -1,6 +1,6 @@
 /// @file
 /// @brief The tool's text at its edges: arguments and lines are UTF-8, the library speaks UTF-16.
-/// Conversions go through the library's text module and its UTF-8 door.
+/// Conversions go through the library's public UTF-8 door.
 #pragma once
 
 #include <optional>
