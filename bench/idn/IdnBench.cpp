@@ -1,25 +1,23 @@
 // IDN conversion toward ASCII over the names of idn.txt: our converter, reused and one per call,
 // against ICU's engine called directly and against libidn2. Every benchmark converts the whole
-// corpus per iteration; `per_name` is the time for one name. At the end the mean times are
-// printed as ratios to raw ICU.
+// corpus per iteration; `per_name` is the time for one name. At the end ours is printed as a
+// ratio to each of them.
 #include <benchmark/benchmark.h>
 #include <idn2.h>
 #include <unicode/errorcode.h>
 #include <unicode/idna.h>
 #include <unicode/unistr.h>
 
-#include <unistd.h>
-
-#include <cstdio>
 #include <cstdlib>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "foundation/network/IdnConverter.h"
+#include "foundation/network/Utf8.h"
 #include "support/Corpus.h"
+#include "support/RatioReporter.h"
 
 namespace {
 
@@ -36,8 +34,7 @@ const Names& names() {
         Names n;
         n.utf8 = fntest::readLines("idn.txt");
         for (const std::string& line : n.utf8) {
-            const icu::UnicodeString wide = icu::UnicodeString::fromUTF8(line);
-            n.utf16.emplace_back(wide.getBuffer(), static_cast<std::size_t>(wide.length()));
+            n.utf16.push_back(foundation::network::utf8ToUtf16(line));
         }
         return n;
     }();
@@ -138,61 +135,17 @@ void libidn2Transitional(benchmark::State& state) {
     state.counters["refused"] = static_cast<double>(failed);  // names libidn2 rejects
 }
 
-constexpr const char* kBaseline = "icu_nameToASCII_to_string";
-constexpr const char* kReused = "IdnConverter_toAscii_reused";
-constexpr const char* kPerCall = "idn_to_ascii_engine_per_call";
-
-// Prints the usual table, then every benchmark's mean time over raw ICU's.
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    RatioReporter() : ConsoleReporter(isatty(STDOUT_FILENO) != 0 ? OO_Defaults : OO_Tabular) {}
-
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
-                times_[run.benchmark_name()] = run.GetAdjustedRealTime();
-                order_.push_back(run.benchmark_name());
-            }
-        }
-    }
-    void Finalize() override {
-        ConsoleReporter::Finalize();
-        const auto base = times_.find(kBaseline);
-        if (base == times_.end()) {
-            return;
-        }
-        std::cout << "\nTime per name relative to " << kBaseline << ":\n";
-        for (const std::string& name : order_) {
-            std::printf("  %-34s %6.2fx\n", name.c_str(), times_[name] / base->second);
-        }
-        const auto reused = times_.find(kReused);
-        const auto perCall = times_.find(kPerCall);
-        if (reused != times_.end() && perCall != times_.end()) {
-            std::printf("%s over %s: %.2fx\n", kPerCall, kReused, perCall->second / reused->second);
-        }
-    }
-
-private:
-    std::map<std::string, double> times_;
-    std::vector<std::string> order_;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
-    benchmark::RegisterBenchmark(kReused, converterReused);
-    benchmark::RegisterBenchmark(kBaseline, icuToString);
-    benchmark::RegisterBenchmark("icu_nameToASCII_call_only", icuCallOnly);
-    benchmark::RegisterBenchmark(kPerCall, oneShotFunction);
-    benchmark::RegisterBenchmark("libidn2_to_ascii_8z_transitional", libidn2Transitional);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    std::cout << names().utf16.size() << " names\n";
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    benchmark::Shutdown();
-    return 0;
+    // Groups BM_<Group>_<Library>: each library's time per name, ours over each.
+    benchmark::RegisterBenchmark("BM_ToAscii_Ours", converterReused);
+    benchmark::RegisterBenchmark("BM_ToAscii_IcuToString", icuToString);
+    benchmark::RegisterBenchmark("BM_ToAscii_IcuCallOnly", icuCallOnly);
+    benchmark::RegisterBenchmark("BM_ToAscii_Libidn2Transitional", libidn2Transitional);
+    // idn_to_ascii, which makes an engine per call, over the converter reused.
+    benchmark::RegisterBenchmark("BM_EnginePerCall_Ours", oneShotFunction);
+    benchmark::RegisterBenchmark("BM_EnginePerCall_Reused", converterReused);
+    return fnbench::runWithRatios(argc, argv,
+                                  [] { std::cout << names().utf16.size() << " names\n"; });
 }

@@ -4,14 +4,11 @@
 // and on Boost.Asio's address values; at the end ours is printed as a ratio to each of them.
 #include <arpa/inet.h>
 #include <ifaddrs.h>
-#include <unistd.h>
 
 #include <benchmark/benchmark.h>
 
 #include <boost/asio/ip/address.hpp>
-#include <cstdio>
 #include <functional>
-#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -20,6 +17,7 @@
 #include "foundation/network/InetAddress.h"
 #include "foundation/network/NetworkInterface.h"
 #include "support/Corpus.h"
+#include "support/RatioReporter.h"
 
 namespace {
 
@@ -217,61 +215,8 @@ void BM_Dedupe_BoostAsio(benchmark::State& state) {
 }
 BENCHMARK(BM_Dedupe_BoostAsio);
 
-// The console output, then for each group BM_<Group>_<Library> the time per item of ours
-// divided by each other's (below 1: ours is faster).
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    RatioReporter() : ConsoleReporter(isatty(STDOUT_FILENO) != 0 ? OO_ColorTabular : OO_Tabular) {}
-
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const auto& run : runs) {
-            const auto rate = run.counters.find("items_per_second");
-            const std::string name = run.benchmark_name();
-            const auto split = name.rfind('_');
-            if (run.error_occurred || run.run_type != Run::RT_Iteration ||
-                rate == run.counters.end() || rate->second.value <= 0 ||
-                name.rfind("BM_", 0) != 0 || split == std::string::npos || split <= 3) {
-                continue;
-            }
-            groups_[name.substr(3, split - 3)][name.substr(split + 1)] = 1e9 / rate->second.value;
-        }
-    }
-
-    void Finalize() override {
-        ConsoleReporter::Finalize();
-        GetOutputStream() << "\nns per item, and ours divided by the other's:\n";
-        for (const auto& [group, libraries] : groups_) {
-            const auto ours = libraries.find("Ours");
-            for (const auto& [library, nanoseconds] : libraries) {
-                char line[160];
-                std::snprintf(line, sizeof line, "  %-7s %-10s %7.2f ns", group.c_str(),
-                              library.c_str(), nanoseconds);
-                GetOutputStream() << line;
-                if (ours != libraries.end() && library != "Ours") {
-                    std::snprintf(line, sizeof line, "   ours/%s %.2fx", library.c_str(),
-                                  ours->second / nanoseconds);
-                    GetOutputStream() << line;
-                }
-                GetOutputStream() << "\n";
-            }
-        }
-    }
-
-private:
-    std::map<std::string, std::map<std::string, double>> groups_;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    (void)values();  // the corpus is read before anything is timed
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    benchmark::Shutdown();
-    return 0;
+    return fnbench::runWithRatios(argc, argv, [] { (void)values(); });
 }

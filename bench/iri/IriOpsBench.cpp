@@ -1,12 +1,10 @@
 // Resolution, relativisation, hashing and ordering of IRIs, side by side with Boost.URL and
 // uriparser on the same inputs (refs.tsv pairs, urls.txt).
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 #include <uriparser/Uri.h>
 
 #include <algorithm>
 #include <functional>
-#include <map>
 #include <numeric>
 #include <string>
 #include <utility>
@@ -15,19 +13,15 @@
 #include <boost/url.hpp>
 
 #include "foundation/network/IRI.h"
-#include "iri/grammar/Unicode.h"
-#include "iri/path/PathResolution.h"
-#include "iri/path/RelativePath.h"
+#include "foundation/network/Utf8.h"
 #include "support/Corpus.h"
+#include "support/RatioReporter.h"
 
 namespace {
 
 using foundation::network::IRI;
 
-std::u16string toUtf16(const std::string& utf8) {
-    using namespace foundation::network::iri::detail;
-    return codePointsToUtf16(utf8ToCodePoints(utf8));
-}
+using foundation::network::utf8ToUtf16;
 
 struct Pair {
     std::string base;
@@ -51,8 +45,8 @@ const std::vector<Pair>& pairs() {
                 !boost::urls::parse_uri_reference(pair.reference)) {
                 continue;
             }
-            pair.base16 = toUtf16(pair.base);
-            pair.reference16 = toUtf16(pair.reference);
+            pair.base16 = utf8ToUtf16(pair.base);
+            pair.reference16 = utf8ToUtf16(pair.reference);
             try {
                 (void)IRI(pair.base16);
                 (void)IRI(pair.reference16);
@@ -76,7 +70,7 @@ const std::vector<IRI>& parsedUrls() {
         std::vector<IRI> result;
         for (const auto& url : urls()) {
             try {
-                result.emplace_back(toUtf16(url));
+                result.emplace_back(utf8ToUtf16(url));
             } catch (const std::logic_error&) {
             }
         }
@@ -271,35 +265,6 @@ void BM_Sort_BoostUrl(benchmark::State& state) {
                 [&](std::size_t a, std::size_t b) { return values[a] < values[b]; });
 }
 
-// Dot removal and relative paths over paths of n segments: linear in n.
-void BM_RemoveDotSegments_LongPath(benchmark::State& state) {
-    const auto n = static_cast<std::size_t>(state.range(0));
-    std::u16string path;
-    for (std::size_t i = 0; i < n; ++i) {
-        path += i % 3 == 2 ? u"/.." : u"/segment";
-    }
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(
-            foundation::network::iri::detail::removeRelativePathSegments(path, true));
-    }
-    state.SetComplexityN(state.range(0));
-}
-
-void BM_RelativePath_LongPath(benchmark::State& state) {
-    const auto n = static_cast<std::size_t>(state.range(0));
-    std::u16string base;
-    std::u16string target;
-    for (std::size_t i = 0; i < n; ++i) {
-        base += u"/shared";
-        target += i < n / 2 ? u"/shared" : u"/other";
-    }
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(
-            foundation::network::iri::detail::relativePathPieces(target, true, base));
-    }
-    state.SetComplexityN(state.range(0));
-}
-
 // Normalisation of each parsed URL of urls.txt, the normal form written out as text.
 void BM_Normalize_Ours(benchmark::State& state) {
     for (auto _ : state) {
@@ -329,8 +294,6 @@ void BM_Normalize_BoostUrl(benchmark::State& state) {
     perPair(state, views.size());
 }
 
-BENCHMARK(BM_RemoveDotSegments_LongPath)->RangeMultiplier(8)->Range(64, 1 << 15)->Complexity();
-BENCHMARK(BM_RelativePath_LongPath)->RangeMultiplier(8)->Range(64, 1 << 15)->Complexity();
 BENCHMARK(BM_Resolve_Ours)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ParseBoth_Ours)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Resolve_BoostUrl)->Unit(benchmark::kMillisecond);
@@ -344,62 +307,11 @@ BENCHMARK(BM_Sort_BoostUrl)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Normalize_Ours)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Normalize_BoostUrl)->Unit(benchmark::kMillisecond);
 
-// The console output, then for each group BM_<Group>_<Library> the time per item of ours
-// divided by each peer's (below 1: we are faster).
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    // Colours only on a terminal.
-    RatioReporter() : ConsoleReporter(isatty(STDOUT_FILENO) != 0 ? OO_ColorTabular : OO_Tabular) {}
-
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const auto& run : runs) {
-            const auto rate = run.counters.find("items_per_second");
-            if (run.error_occurred || run.run_type != Run::RT_Iteration ||
-                rate == run.counters.end() || rate->second.value <= 0) {
-                continue;
-            }
-            const std::string name = run.benchmark_name();
-            const auto split = name.rfind('_');
-            if (name.rfind("BM_", 0) == 0 && split != std::string::npos && split > 3) {
-                groups_[name.substr(3, split - 3)][name.substr(split + 1)] =
-                    1e9 / rate->second.value;
-            }
-        }
-    }
-
-    void Finalize() override {
-        ConsoleReporter::Finalize();
-        GetOutputStream() << "\nns per item, and ours divided by the peer's:\n";
-        for (const auto& [group, libraries] : groups_) {
-            const auto ours = libraries.find("Ours");
-            for (const auto& [library, nanoseconds] : libraries) {
-                GetOutputStream() << "  " << group << " " << library << ": " << nanoseconds
-                                  << " ns";
-                if (ours != libraries.end() && library != "Ours") {
-                    GetOutputStream() << ", ratio " << ours->second / nanoseconds;
-                }
-                GetOutputStream() << "\n";
-            }
-        }
-    }
-
-private:
-    std::map<std::string, std::map<std::string, double>> groups_;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    // Load the corpora before timing anything.
-    (void)pairs();
-    (void)parsedUrls();
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    benchmark::Shutdown();
-    return 0;
+    return fnbench::runWithRatios(argc, argv, [] {
+        (void)pairs();
+        (void)parsedUrls();
+    });
 }

@@ -15,7 +15,7 @@
 #include <boost/url/url.hpp>
 
 #include "foundation/network/IRI.h"
-#include "iri/grammar/Unicode.h"
+#include "foundation/network/Utf8.h"
 #include "support/Corpus.h"
 #include "support/PerItem.h"
 
@@ -95,7 +95,6 @@ namespace {
 
 using foundation::network::IRI;
 using foundation::network::iri::Encoding;
-using namespace foundation::network::iri::detail;
 
 struct Corpus {
     std::vector<std::string> utf8;
@@ -108,7 +107,7 @@ const Corpus& corpus(const char* name) {
     if (c.utf8.empty()) {
         c.utf8 = fntest::readLines(name);
         for (const auto& line : c.utf8) {
-            c.utf16.push_back(codePointsToUtf16(utf8ToCodePoints(line)));
+            c.utf16.push_back(foundation::network::utf8ToUtf16(line));
         }
     }
     return c;
