@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Installs a built tree to a scratch prefix, then builds the example programs against it, once
-# through the CMake package and once through pkg-config, and runs each of them (they need no
-# network beyond loopback). Then the same from the Debian package (made here by `cpack -G DEB`
+# Installs a built tree to a scratch prefix and checks the installed library's ABI against the
+# baseline abi/libfoundation_network.abi (scripts/abi.sh), then builds the example programs
+# against it, once through the CMake package and once through pkg-config, and runs each of them
+# (they need no network beyond loopback). Then the same from the Debian package (made here by `cpack -G DEB`
 # into BUILD_DIR/packages/), unpacked into a scratch root: its dependencies named, fnet and its
 # manual page there, the examples built against /usr of that root. Last, builds and runs them once
 # more with the library added from this checkout by add_subdirectory (an unoptimised build of
@@ -26,6 +27,8 @@ for expected in foundation_network.so.0.2 foundation_core.so.0 fl_i18n.so.0; do
 done
 echo "check-install: installed $(cd "$scratch/prefix" && find . -type f | wc -l) files:" \
     "$(cd "$scratch/prefix" && find . -name '*.so*' -type f | sort | tr '\n' ' ')"
+# The ABI of what was installed is the baseline's, or the baseline was not written anew.
+scripts/abi.sh check "$(dirname "$pcdir")/libfoundation_network.so"
 
 # The Debian package: what it depends on, and what it holds.
 rm -rf "$build/packages"

@@ -10,7 +10,7 @@ packages=(
     iproute2 dnsmasq-base
     liburiparser-dev libidn2-dev
     clang-14 libclang-rt-14-dev
-    clang-tidy-14 clang-format-14 help2man dpkg-dev time python3 gcovr
+    clang-tidy-14 clang-format-14 help2man dpkg-dev time python3 gcovr abigail-tools
 )
 
 missing=()
