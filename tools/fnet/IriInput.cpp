@@ -21,7 +21,7 @@ std::optional<foundation::network::IRI> readIri(std::string_view utf8, std::stri
     }
 }
 
-Job againstBase(const Cli& cli, RecordKeys keys, AgainstBase handle) {
+Job againstBase(const Cli& cli, RecordKeys keys, const AgainstBase& handle) {
     std::string baseText = cli.arguments().front();
     std::string baseError;
     std::optional<foundation::network::IRI> base = readIri(baseText, baseError);

@@ -23,6 +23,6 @@ using AgainstBase = std::function<void(const foundation::network::IRI& iri,
 /// The job of a "BASE IRI..." command (its inputs from the second argument on): the first
 /// argument is the base, every input an IRI handed to `handle` with it. The record carries the
 /// base; a base that does not parse fails every input with a message about the base.
-Job againstBase(const Cli& cli, RecordKeys keys, AgainstBase handle);
+Job againstBase(const Cli& cli, RecordKeys keys, const AgainstBase& handle);
 
 }  // namespace fnet
